@@ -1,0 +1,6 @@
+#include "tavoclient.h"
+
+tavoClient::tavoClient(CollectThread *parent)
+    : CollectThread(parent)
+{
+}

@@ -1,0 +1,87 @@
+#include "stopsource.h"
+
+#include <QMutex>
+
+#include <algorithm>
+#include <cerrno>
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <unistd.h>
+
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+// How long a wait that nothing can wake goes on before it looks again.
+constexpr milliseconds slice { 20 };
+
+thread_local const StopSource *current = nullptr;
+
+} // namespace
+
+StopSource::Scope::Scope(const StopSource &source)
+    : m_outer(current)
+{
+    current = &source;
+}
+
+StopSource::Scope::~Scope()
+{
+    current = m_outer;
+}
+
+StopSource::StopSource()
+    : m_wakeUp(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
+{
+}
+
+StopSource::~StopSource()
+{
+    if (m_wakeUp >= 0)
+        close(m_wakeUp);
+}
+
+void StopSource::request()
+{
+    m_requested.store(true, std::memory_order_release);
+    if (m_wakeUp >= 0)
+        eventfd_write(m_wakeUp, 1);
+}
+
+bool StopSource::currentRequested()
+{
+    return current && current->requested();
+}
+
+StopSource::Wait StopSource::waitFor(int descriptor, short events, milliseconds timeout)
+{
+    // poll() ignores negative descriptors, so neither needs a case of its own.
+    pollfd watched[] = { { descriptor, events, 0 },
+                         { current ? current->m_wakeUp : -1, POLLIN, 0 } };
+    const bool wakeable = !current || current->m_wakeUp >= 0;
+    const auto deadline = steady_clock::now() + timeout;
+    for (;;) {
+        if (currentRequested())
+            return Wait::Stopped;
+        const auto left = std::chrono::ceil<milliseconds>(deadline - steady_clock::now());
+        const auto next =
+            std::clamp(left, milliseconds(0), wakeable ? milliseconds(60'000) : slice);
+        const int ready = poll(watched, 2, int(next.count()));
+        if (ready < 0 && errno != EINTR)
+            return Wait::Failed;
+        if (ready > 0 && watched[0].revents)
+            return watched[0].revents & POLLNVAL ? Wait::Failed : Wait::Ready;
+        if (ready == 0 && left <= milliseconds(0))
+            return Wait::TimedOut;
+    }
+}
+
+bool StopSource::lock(QMutex &mutex)
+{
+    while (!mutex.tryLock(int(slice.count()))) {
+        if (currentRequested())
+            return false;
+    }
+    return true;
+}

@@ -1,0 +1,6 @@
+#include "tavoview.h"
+
+tavoView::tavoView(QWidget *parent)
+    : CollectView(parent)
+{
+}
