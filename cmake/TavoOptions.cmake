@@ -16,6 +16,11 @@ if(TAVO_SANITIZE)
     -fno-sanitize-recover=all)
   target_link_options(tavo_options INTERFACE -fsanitize=${TAVO_SANITIZE})
 endif()
+if(TAVO_SANITIZE MATCHES thread)
+  # Every executable, so that it comes before Qt when symbols are looked up.
+  target_sources(tavo_options INTERFACE
+    $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:${PROJECT_SOURCE_DIR}/tests/support/tsanqt.cpp>)
+endif()
 
 # Gives an executable the run path from which the driver is found by its bare name: only
 # DT_RPATH (not DT_RUNPATH) is searched for libraries that Qt's loader opens.
