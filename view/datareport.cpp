@@ -1,0 +1,30 @@
+#include "datareport.h"
+
+#include <limits>
+
+int integerAt(const DataReport &report, int id)
+{
+    const QVariant value = report.value(id);
+    const double number = value.toDouble();
+    // Written so that NaN fails too: converting what does not fit is undefined.
+    const bool fits =
+        number >= std::numeric_limits<int>::min() && number <= std::numeric_limits<int>::max();
+    return fits ? value.toInt() : 0;
+}
+
+float numberAt(const DataReport &report, int id)
+{
+    return report.value(id).toFloat();
+}
+
+QString textAt(const DataReport &report, int id, int length)
+{
+    QByteArray buffer;
+    for (int i = 0; i < length; ++i) {
+        const int code = integerAt(report, id + i);
+        if (code != 0)
+            buffer += QString(QChar(static_cast<ushort>(code))).toUtf8();
+    }
+    // A code above 16 bits may leave a NUL: the text ends there.
+    return QString::fromUtf8(buffer.trimmed().constData());
+}
