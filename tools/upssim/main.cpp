@@ -1,0 +1,275 @@
+// A simulated UPS as a Modbus server, for developers, tests and demonstrations.
+
+#include "modbusserver.h"
+#include "simulator.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTime>
+#include <QTimer>
+
+#include <csignal>
+#include <cstdio>
+#include <fcntl.h>
+#include <sys/signalfd.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int tick = 100; // ms
+constexpr int failure = 1;
+constexpr int maxLine = 4096; // of standard input
+
+struct Code
+{
+    int code;
+    const char *text;
+};
+
+// clang-format off
+constexpr Code contents[] = {
+    { upscontent::FirstEvent + upsevent::OverTemperature,     "over temperature" },
+    { upscontent::FirstEvent + upsevent::Overload,            "overload" },
+    { upscontent::FirstEvent + upsevent::FanFault,            "fan fault" },
+    { upscontent::FirstEvent + upsevent::Epo,                 "emergency power off" },
+    { upscontent::FirstEvent + upsevent::OverloadAlarm,       "overload alarm" },
+    { upscontent::FirstEvent + upsevent::BatteryDisconnected, "battery disconnected" },
+    { upscontent::FirstEvent + upsevent::BatteryLow,          "battery voltage low" },
+    { upscontent::FirstEvent + upsevent::InputHigh,           "input voltage high" },
+    { upscontent::FirstEvent + upsevent::InputFrequency,      "input frequency abnormal" },
+    { upscontent::FirstEvent + upsevent::EndOfDischarge,      "end of discharge" },
+    { upscontent::FirstEvent + upsevent::TestSuccess,         "battery test passed" },
+    { upscontent::FirstEvent + upsevent::ForbiddenStart,      "start-up forbidden" },
+    { upscontent::FirstEvent + upsevent::TestFail,            "battery test failed" },
+    { upscontent::FirstEvent + upsevent::MaintenanceSuccess,  "battery maintenance done" },
+    { upscontent::FirstEvent + upsevent::MaintenanceFail,     "battery maintenance failed" },
+    { upscontent::FirstEvent + upsevent::AbnormalInput,       "mains abnormal" },
+    { upscontent::FirstEvent + upsevent::AbnormalBypass,      "bypass abnormal" },
+    { upscontent::FirstEvent + upsevent::TestMode,            "test mode" },
+    { upscontent::Started, "started" },
+    { upscontent::FaultCleared, "fault cleared" },
+    { upscontent::HistoryCleared, "history cleared" },
+    { upscontent::TestStarted, "battery test" },
+    { upscontent::TestStopped, "battery test stopped" },
+    { upscontent::ManualBypass, "transfer to bypass asked for" },
+    { upscontent::ManualInverter, "transfer to inverter asked for" },
+    { upscontent::ManualShutDown, "shut down" },
+    { upscontent::ManualStart, "start-up" },
+    { upscontent::InputFromMains, "input from mains" },
+    { upscontent::InputFromBattery, "input from battery" },
+    { upscontent::OutputFromInverter, "output from inverter" },
+    { upscontent::OutputFromBypass, "output from bypass" },
+    { upscontent::OutputOff, "output off" },
+    { upscontent::MaintenanceStarted, "battery maintenance" },
+};
+// clang-format on
+
+// One line on standard output, at once: whoever started the simulator waits for it.
+void say(const QString &line)
+{
+    std::printf("%s\n", qUtf8Printable(line));
+    std::fflush(stdout);
+}
+
+int fail(const QString &message)
+{
+    std::fprintf(stderr, "upssim: %s\n", qUtf8Printable(message));
+    return failure;
+}
+
+QString describe(const HistoryRecord &record)
+{
+    const QString time =
+        QTime(0, 0).addSecs(int(record.second)).toString(QStringLiteral("hh:mm:ss"));
+    for (const Code &content : contents) {
+        if (content.code == record.content) {
+            return QStringLiteral("%1  %2%3")
+                .arg(time, QString::fromLatin1(content.text),
+                     record.status ? QString() : QStringLiteral(": over"));
+        }
+    }
+    return QStringLiteral("%1  event %2%3")
+        .arg(time)
+        .arg(record.content - upscontent::FirstEvent)
+        .arg(record.status ? QString() : QStringLiteral(": over"));
+}
+
+/** Reads actions from standard input, a line each, until it ends. */
+class Console : public QObject
+{
+public:
+    explicit Console(Simulator &simulator)
+        : m_simulator(simulator)
+        , m_notifier(STDIN_FILENO, QSocketNotifier::Read)
+    {
+        connect(&m_notifier, &QSocketNotifier::activated, this, [this] { readInput(); });
+    }
+
+private:
+    void readInput()
+    {
+        char buffer[512];
+        const auto count = ::read(STDIN_FILENO, buffer, sizeof buffer);
+        if (count <= 0 || m_pending.size() > maxLine)
+            return m_notifier.setEnabled(false);
+        m_pending.append(buffer, int(count));
+        for (int end = m_pending.indexOf('\n'); end >= 0; end = m_pending.indexOf('\n')) {
+            const QString line = QString::fromUtf8(m_pending.left(end)).simplified();
+            m_pending.remove(0, end + 1);
+            if (!line.isEmpty())
+                execute(line);
+        }
+    }
+
+    void execute(const QString &line)
+    {
+        if (line == QLatin1String("quit"))
+            return QCoreApplication::quit();
+        QString error;
+        const std::optional<Action> action = parseAction(line, &error);
+        if (action && m_simulator.perform(*action, &error))
+            say(QStringLiteral("ok %1").arg(line));
+        else
+            say(QStringLiteral("error %1: %2").arg(line, error));
+    }
+
+    Simulator &m_simulator;
+    QSocketNotifier m_notifier;
+    QByteArray m_pending;
+};
+
+// SIGINT and SIGTERM as a descriptor; they end the event loop, not the process.
+int signalDescriptor()
+{
+    sigset_t endings;
+    sigemptyset(&endings);
+    sigaddset(&endings, SIGINT);
+    sigaddset(&endings, SIGTERM);
+    pthread_sigmask(SIG_BLOCK, &endings, nullptr);
+    return signalfd(-1, &endings, SFD_CLOEXEC | SFD_NONBLOCK);
+}
+
+void addOptions(QCommandLineParser &parser)
+{
+    // clang-format off
+    parser.addOptions({
+        { QStringLiteral("tcp"), QStringLiteral("Serve Modbus TCP there; port 0 is any free port."), QStringLiteral("ip:port") },
+        { QStringLiteral("pty"), QStringLiteral("Serve Modbus RTU on a pseudo-terminal with this symbolic link."), QStringLiteral("link") },
+        { QStringLiteral("address"), QStringLiteral("Device address, 1 to 247 (default 1)."), QStringLiteral("address"), QStringLiteral("1") },
+        { QStringLiteral("scenario"), QStringLiteral("Play this scenario."), QStringLiteral("name") },
+        { QStringLiteral("script"), QStringLiteral("Play the script in this file."), QStringLiteral("file") },
+        { QStringLiteral("seed"), QStringLiteral("Seed of the small movements (default 1)."), QStringLiteral("number"), QStringLiteral("1") },
+        { QStringLiteral("verbose"), QStringLiteral("Print every change of the UPS.") },
+    });
+    // clang-format on
+    parser.addHelpOption();
+    const QString indent = QStringLiteral("\n  ");
+    parser.setApplicationDescription(
+        QStringLiteral("Simulates a three-phase UPS as a Modbus server.\n\nScenarios:") + indent
+        + scenarioHelp().join(indent)
+        + QStringLiteral("\n\nActions, a line each, on standard input (and, after the time in "
+                         "seconds, in scripts):")
+        + indent + actionHelp().join(indent) + indent + QStringLiteral("quit"));
+}
+
+// The script that the options ask for; an empty one when they ask for none.
+std::optional<Script> chosenScript(const QCommandLineParser &parser, QString *error)
+{
+    const QString name = parser.value(QStringLiteral("scenario"));
+    const QString fileName = parser.value(QStringLiteral("script"));
+    if (!name.isEmpty() && !fileName.isEmpty()) {
+        *error = QStringLiteral("--scenario and --script exclude each other");
+        return {};
+    }
+    if (!fileName.isEmpty()) {
+        QFile file(fileName);
+        if (!file.open(QIODevice::ReadOnly)) {
+            *error = QStringLiteral("%1: %2").arg(fileName, file.errorString());
+            return {};
+        }
+        const std::optional<Script> script = parseScript(QString::fromUtf8(file.readAll()), error);
+        if (!script)
+            error->prepend(fileName + QStringLiteral(": "));
+        return script;
+    }
+    const std::optional<Script> script = scenario(name.isEmpty() ? QStringLiteral("normal") : name);
+    if (!script)
+        *error = QStringLiteral("unknown scenario \"%1\"; there are: %2")
+                     .arg(name, scenarioNames().join(QStringLiteral(", ")));
+    return script;
+}
+
+// Opens what the options ask for and says where.
+bool openLines(const QCommandLineParser &parser, ModbusServer &server, QString *error)
+{
+    const QString tcp = parser.value(QStringLiteral("tcp"));
+    const QString link = parser.value(QStringLiteral("pty"));
+    if (tcp.isEmpty() && link.isEmpty()) {
+        *error = QStringLiteral("nothing to serve: give --tcp, --pty or both");
+        return false;
+    }
+    if (!tcp.isEmpty()) {
+        const QString host = tcp.section(QLatin1Char(':'), 0, 0);
+        bool numeric = false;
+        const int asked = tcp.section(QLatin1Char(':'), 1).toUShort(&numeric);
+        if (host.isEmpty() || !numeric) {
+            *error = QStringLiteral("\"%1\" is not an address and a port").arg(tcp);
+            return false;
+        }
+        const int port = server.listen(host, asked, error);
+        if (port == 0)
+            return false;
+        say(QStringLiteral("tcp %1:%2").arg(host).arg(port));
+    }
+    if (link.isEmpty())
+        return true;
+    if (!server.openTerminal(link, error))
+        return false;
+    say(QStringLiteral("pty %1").arg(link));
+    return true;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const int signalFile = signalDescriptor();
+    QCoreApplication application(argc, argv);
+    QCommandLineParser parser;
+    addOptions(parser);
+    parser.process(application);
+
+    bool addressNumeric = false;
+    bool seedNumeric = false;
+    const int address = parser.value(QStringLiteral("address")).toInt(&addressNumeric);
+    const quint32 seed = parser.value(QStringLiteral("seed")).toUInt(&seedNumeric);
+    if (!addressNumeric || address < 1 || address > 247 || !seedNumeric)
+        return fail(QStringLiteral("--address takes 1 to 247, --seed a number"));
+    QString error;
+    const std::optional<Script> script = chosenScript(parser, &error);
+    if (!script)
+        return fail(error);
+
+    Simulator simulator(seed, QTime::currentTime().msecsSinceStartOfDay() / 1000.0);
+    if (parser.isSet(QStringLiteral("verbose")))
+        simulator.model().onRecord = [](const HistoryRecord &record) { say(describe(record)); };
+    ModbusServer server(simulator, address);
+    if (!openLines(parser, server, &error))
+        return fail(error);
+    simulator.play(*script);
+
+    QSocketNotifier signalNotifier(signalFile, QSocketNotifier::Read);
+    QObject::connect(&signalNotifier, &QSocketNotifier::activated, &application,
+                     &QCoreApplication::quit);
+    const Console console(simulator);
+    QElapsedTimer clock;
+    clock.start();
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, &application,
+                     [&] { simulator.advance(double(clock.restart()) / 1000); });
+    timer.start(tick);
+    say(QStringLiteral("ready"));
+    return QCoreApplication::exec();
+}

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "modbuslink.h"
+
+#include <QString>
+
+/**
+ * The simulator's ways in: Modbus TCP on a socket, Modbus RTU on a pseudo-terminal.
+ *
+ * Threads:   the simulator's thread.
+ * Ownership: the simulator stays the caller's and must outlive the server. Removes its symbolic
+ *            link when it is deleted.
+ */
+class ModbusServer : public QObject
+{
+    Q_OBJECT
+
+public:
+    ModbusServer(Simulator &simulator, int address);
+    ~ModbusServer() override;
+
+    /** Listens on `host` (an IPv4 address).
+     *  @param port  0 for any free port
+     *  @return the port, or 0 with `error` set */
+    int listen(const QString &host, int port, QString *error);
+
+    /** Opens a pseudo-terminal and leaves a symbolic link to it at `link`; replaces a symbolic
+     *  link that is there, but nothing else.
+     *  @return false with `error` set */
+    bool openTerminal(const QString &link, QString *error);
+
+private:
+    void accept();
+
+    Simulator &m_simulator;
+    const int m_address;
+    ModbusContext m_listening { nullptr, modbus_free };
+    Descriptor m_listener;
+    std::unique_ptr<QSocketNotifier> m_listenNotifier;
+    Descriptor m_terminal; // our end of what clients open, held so that the line never hangs up
+    QString m_link;
+    QString m_terminalName;
+    int m_connections = 0;
+};
