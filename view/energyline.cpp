@@ -1,0 +1,230 @@
+#include "energyline.h"
+
+#include "energytables.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPainterPath>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr int TickMs = 100;
+constexpr float DashStep = 0.4f;
+constexpr float LastDashOffset = -1000;
+constexpr int FlowWidth = 5;
+constexpr QSize LeastSize(900, 460);
+
+constexpr QColor Ground(240, 240, 245);
+constexpr QColor LiveFill(41, 71, 198);
+constexpr QColor IdleFill(157, 172, 255);
+constexpr QColor FlowColor(157, 172, 255);
+constexpr QColor TextColor(0x1B, 0x21, 0x40);
+constexpr QColor SecondaryColor(0x5B, 0x62, 0x85);
+constexpr QColor LiveTextColor(255, 255, 255);
+
+constexpr QRectF TitleArea(0, 52, 75, 20); // inside a block
+constexpr double BatteryPen = 3;
+
+// In pixels, like all lengths of the diagram: the panels' places are measured for this size.
+QFont diagramFont(QFont::Weight weight)
+{
+    QFont font(QStringLiteral("Microsoft YaHei"));
+    font.setPixelSize(13);
+    font.setWeight(weight);
+    return font;
+}
+
+QPixmap tinted(const QPixmap &mask, const QColor &color)
+{
+    QPixmap result = mask;
+    QPainter painter(&result);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.fillRect(result.rect(), color);
+    return result;
+}
+
+// Around the middle of the battery.
+QPolygonF boltShape()
+{
+    return QPolygonF({ { 4, -18 }, { -10, 3 }, { -1, 3 }, { -4, 18 }, { 10, -4 }, { 1, -4 } });
+}
+
+} // namespace
+
+// Outside of any namespace, as the macro asks for.
+static void loadImageResources()
+{
+    Q_INIT_RESOURCE(tavo_images);
+}
+
+Energyline::Energyline(QWidget *parent)
+    : QWidget(parent)
+{
+    loadImageResources();
+    m_viewFlags.fill(true);
+    m_state = energyState({});
+    setMinimumSize(LeastSize);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    loadImages();
+    measureLabels();
+    rebuild();
+    connect(&m_timer, &QTimer::timeout, this, &Energyline::animate);
+    m_timer.start(TickMs);
+}
+
+void Energyline::loadImages()
+{
+    for (const EnergyBlockRow &row : EnergyTables::blocks) {
+        const QString path = QString::fromLatin1(row.image);
+        if (path.isEmpty() || m_images.contains(path))
+            continue;
+        const QPixmap mask(path);
+        m_images.insert(path, { tinted(mask, LiveTextColor), tinted(mask, TextColor) });
+    }
+}
+
+void Energyline::measureLabels()
+{
+    const QFontMetricsF metrics(diagramFont(QFont::Normal), this);
+    for (std::size_t i = 0; i < m_state.panels.size(); ++i) {
+        for (const EnergyLine &line : m_state.panels[i])
+            m_labelWidths[i] =
+                std::max(m_labelWidths[i], std::ceil(metrics.horizontalAdvance(line.label)));
+    }
+}
+
+void Energyline::rebuild()
+{
+    m_scene = energyScene(m_state, m_viewFlags, m_labelWidths, energyCentre(size()));
+    update();
+}
+
+void Energyline::flushData(QMap<int, QVariant> report)
+{
+    m_state = energyState(report);
+    rebuild();
+}
+
+void Energyline::set_all_off_Flow()
+{
+    m_state.flows.fill(false);
+    rebuild();
+}
+
+void Energyline::toggle_view_Flag(bool &flag)
+{
+    flag = !flag;
+}
+
+void Energyline::animate()
+{
+    if (!isVisible()) {
+        m_timer.stop();
+        return;
+    }
+    m_dashOffset -= DashStep;
+    if (m_dashOffset < LastDashOffset)
+        m_dashOffset = 0;
+    if (!m_scene.flows.empty())
+        update();
+}
+
+void Energyline::showEvent(QShowEvent *)
+{
+    m_timer.start(TickMs);
+}
+
+void Energyline::hideEvent(QHideEvent *)
+{
+    m_timer.stop();
+}
+
+void Energyline::resizeEvent(QResizeEvent *)
+{
+    rebuild();
+}
+
+void Energyline::mousePressEvent(QMouseEvent *event)
+{
+    const EnergyBlockRow *block = blockAt(event->localPos().toPoint(), energyCentre(size()));
+    if (!block)
+        return;
+    for (const int flag : block->viewFlags) {
+        if (flag >= 0)
+            toggle_view_Flag(m_viewFlags[static_cast<std::size_t>(flag)]);
+    }
+    rebuild();
+}
+
+void Energyline::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing
+                           | QPainter::SmoothPixmapTransform);
+    drawBase(painter);
+    drawBattery(painter);
+    drawflow(painter);
+    drawdate(painter);
+}
+
+void Energyline::drawBase(QPainter &painter) const
+{
+    painter.fillRect(rect(), Ground);
+    painter.setFont(diagramFont(QFont::Bold));
+    for (const SceneBlock &block : m_scene.blocks) {
+        painter.fillRect(block.rect, block.isLive ? LiveFill : IdleFill);
+        const TintedImage image = m_images.value(QString::fromLatin1(block.row->image));
+        const QPixmap &pixmap = block.isLive ? image.live : image.idle;
+        painter.drawPixmap(block.rect, pixmap, pixmap.rect());
+        painter.setPen(block.isLive ? LiveTextColor : TextColor);
+        painter.drawText(TitleArea.translated(block.rect.topLeft()), Qt::AlignCenter,
+                         EnergyTables::tr(block.row->title));
+    }
+}
+
+void Energyline::drawBattery(QPainter &painter) const
+{
+    const QColor color = m_scene.battery.isLive ? LiveFill : IdleFill;
+    const QRectF area = m_scene.battery.rect;
+    const double half = BatteryPen / 2;
+    painter.save();
+    painter.fillRect(QRectF(area.center().x() - 9, area.top(), 18, 7), color);
+    painter.setPen(QPen(color, BatteryPen));
+    painter.setBrush(LiveTextColor);
+    painter.drawRoundedRect(area.adjusted(half, 7 + half, -half, -half), 4, 4);
+    painter.fillRect(m_scene.batteryLevel, color);
+    if (m_state.isCharging()) {
+        painter.setPen(QPen(TextColor, 1.5));
+        painter.drawPolygon(boltShape().translated(area.center() + QPointF(0, 3)));
+    }
+    painter.restore();
+}
+
+void Energyline::drawflow(QPainter &painter) const
+{
+    QPen pen(FlowColor, FlowWidth, Qt::CustomDashLine, Qt::RoundCap, Qt::RoundJoin);
+    pen.setDashPattern({ 2, 1.5, 2, 1.5 });
+    pen.setDashOffset(static_cast<double>(m_dashOffset));
+    painter.save();
+    painter.setPen(pen);
+    for (const QPolygonF &flow : m_scene.flows)
+        painter.drawPolyline(flow);
+    painter.restore();
+}
+
+void Energyline::drawdate(QPainter &painter) const
+{
+    const QFont normal = diagramFont(QFont::Normal);
+    const QFont bold = diagramFont(QFont::Bold);
+    const QFontMetricsF metrics(normal, this);
+    for (const SceneText &text : m_scene.texts) {
+        painter.setFont(text.role == TextRole::Title ? bold : normal);
+        painter.setPen(text.role == TextRole::Label ? SecondaryColor : TextColor);
+        // Device texts may be wider than their panel.
+        painter.drawText(text.rect, Qt::AlignLeft | Qt::AlignVCenter,
+                         metrics.elidedText(text.text, Qt::ElideRight, text.rect.width()));
+    }
+}

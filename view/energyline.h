@@ -1,0 +1,66 @@
+#pragma once
+
+#include "energyscene.h"
+
+#include <QHash>
+#include <QPixmap>
+#include <QTimer>
+#include <QWidget>
+
+class QPainter;
+
+/**
+ * The animated one-line diagram of the UPS: blocks, flows between them, and panels of values.
+ *
+ * What is painted is computed when a report, a click or the size changes it; painting only draws,
+ * and the animation costs nothing while the diagram is hidden or no energy flows.
+ *
+ * Threads: GUI thread only.
+ */
+class Energyline : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit Energyline(QWidget *parent = nullptr);
+
+    /** Takes the flows and the values from a report. */
+    void flushData(QMap<int, QVariant> report);
+
+    /** Shows no flow until the next report. */
+    void set_all_off_Flow();
+
+    /** Inverts the flag that says whether a block's panel is open. */
+    void toggle_view_Flag(bool &flag);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+
+private:
+    void loadImages();
+    void measureLabels();
+    void rebuild();
+    void animate();
+    void drawBase(QPainter &painter) const;
+    void drawBattery(QPainter &painter) const;
+    void drawflow(QPainter &painter) const;
+    void drawdate(QPainter &painter) const;
+
+    struct TintedImage
+    {
+        QPixmap live;
+        QPixmap idle;
+    };
+
+    EnergyState m_state;
+    EnergyViewFlags m_viewFlags;
+    LabelWidths m_labelWidths {};
+    EnergyScene m_scene;
+    float m_dashOffset = 0; // in pen widths, 0 down to -1000
+    QTimer m_timer;         // runs while the diagram is shown
+    QHash<QString, TintedImage> m_images;
+};

@@ -1,0 +1,91 @@
+#include "msgbox.h"
+
+#include <QBoxLayout>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QPushButton>
+#include <QWindow>
+
+MsgBox::MsgBox(int type, QString text)
+    : m_label(new QLabel(text, this))
+    , m_okButton(new QPushButton(tr("Ok"), this))
+    , m_cancelButton(new QPushButton(tr("Cancel"), this))
+{
+    const QFont messageFont(QStringLiteral("Microsoft YaHei"), 11);
+    setFont(messageFont);
+    m_label->setFont(messageFont);
+    m_label->setAlignment(Qt::AlignCenter);
+    m_okButton->setObjectName(QStringLiteral("btnBlue"));
+    m_cancelButton->setObjectName(QStringLiteral("btnWhite"));
+
+    auto *buttons = new QHBoxLayout;
+    buttons->setAlignment(Qt::AlignCenter);
+    buttons->setSpacing(20);
+    buttons->addWidget(m_okButton);
+    buttons->addWidget(m_cancelButton);
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(30, 30, 30, 30);
+    column->addWidget(m_label);
+    column->addLayout(buttons);
+
+    connect(m_okButton, SIGNAL(clicked()), this, SLOT(okBtn_press()));
+    connect(m_cancelButton, SIGNAL(clicked()), this, SLOT(cancleBtn_press()));
+
+    const bool isQuestion = type == Question;
+    m_cancelButton->setVisible(isQuestion);
+    QPushButton *first = isQuestion ? m_cancelButton : m_okButton;
+    first->setDefault(true);
+    first->setFocus();
+
+    setMinimumSize(300, 150);
+    setProperty("canMove", true);
+    setObjectName(QStringLiteral("WhiteDialog"));
+    setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
+}
+
+bool MsgBox::ask(QWidget *over, int type, const QString &text)
+{
+    MsgBox box(type, text);
+    placeOver(over, box);
+    return box.exec() == Accepted;
+}
+
+void MsgBox::okBtn_press()
+{
+    accept();
+}
+
+void MsgBox::cancleBtn_press()
+{
+    reject();
+}
+
+void MsgBox::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton)
+        return;
+    m_dragging = true;
+    m_pressPos = event->localPos().toPoint();
+}
+
+void MsgBox::mouseMoveEvent(QMouseEvent *event)
+{
+    if (m_dragging)
+        move(event->globalPos() - m_pressPos);
+}
+
+void MsgBox::mouseReleaseEvent(QMouseEvent *)
+{
+    m_dragging = false;
+}
+
+void placeOver(QWidget *over, QDialog &dialog)
+{
+    QWidget *window = over->window();
+    dialog.adjustSize();
+    dialog.move(window->geometry().center() - dialog.rect().center());
+    if (!window->windowHandle())
+        return;
+    dialog.winId(); // makes the native window that the next line needs
+    dialog.windowHandle()->setTransientParent(window->windowHandle());
+}

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "datareport.h"
+#include "parameterinformation.h"
+
+#include <QTableWidget>
+
+/** The columns of a settings table. */
+enum SettingsColumn { NameColumn, ValueColumn, RangeColumn, SettingsColumnCount };
+
+/** A settings table and the record behind each of its rows. */
+struct SettingsTable
+{
+    QTableWidget *table = nullptr;
+    QList<ParameterInformation *> records;
+};
+
+/** Builds a table with a row for each record; the caller owns it. */
+QTableWidget *createSettingsTable(const QString &objectName, const QStringList &headers,
+                                  const QList<ParameterInformation *> &records);
+
+/** Writes the values and ranges that changed. */
+void refreshSettingsTable(const SettingsTable &settings, const DataReport &report);
+
+/** Shows the value that was entered last for a record of the table. */
+void showEnteredValue(const SettingsTable &settings, const ParameterInformation *record);

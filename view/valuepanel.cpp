@@ -1,0 +1,81 @@
+#include "valuepanel.h"
+
+#include "viewcolors.h"
+
+#include <QBoxLayout>
+#include <QGridLayout>
+#include <QLabel>
+#include <QPainter>
+#include <QPainterPath>
+
+namespace {
+
+constexpr double Radius = 6;
+
+void setTextColor(QWidget &widget, const QColor &color)
+{
+    QPalette palette = widget.palette();
+    palette.setColor(QPalette::WindowText, color);
+    widget.setPalette(palette);
+}
+
+} // namespace
+
+ValuePanel::ValuePanel(const QString &title, const QList<ParameterInformation *> &records,
+                       QWidget *parent)
+    : QFrame(parent)
+    , m_title(new QLabel(title, this))
+{
+    setPalette(whitePalette(palette()));
+    m_title->setObjectName(QStringLiteral("PanelTitle"));
+    m_title->setFont(QFont(QStringLiteral("Microsoft YaHei"), 11, QFont::Bold));
+    m_title->setContentsMargins(12, 6, 12, 6);
+
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(1, 1, 1, 1);
+    column->setSpacing(0);
+    column->addWidget(m_title);
+    column->addWidget(createBody(records));
+    column->addStretch();
+}
+
+QWidget *ValuePanel::createBody(const QList<ParameterInformation *> &records)
+{
+    auto *body = new QWidget(this);
+    body->setObjectName(QStringLiteral("PanelBody"));
+    auto *grid = new QGridLayout(body);
+    grid->setContentsMargins(12, 8, 12, 8);
+    grid->setHorizontalSpacing(8);
+    grid->setVerticalSpacing(6);
+    grid->setColumnStretch(1, 1);
+    const QFont font(QStringLiteral("Microsoft YaHei"), 10);
+    for (int row = 0; row < records.size(); ++row) {
+        auto *name = new QLabel(records.at(row)->name, body);
+        name->setObjectName(QStringLiteral("PanalBodyKeyName")); // spelling is bound by name
+        name->setFont(font);
+        setTextColor(*name, ViewColors::SecondaryText);
+        auto *value = new QLabel(records.at(row)->value, body);
+        value->setObjectName(QStringLiteral("PanalBodyKeyValue")); // spelling is bound by name
+        value->setFont(font);
+        value->setTextFormat(Qt::PlainText); // device texts are no markup
+        value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        grid->addWidget(name, row, 0);
+        grid->addWidget(value, row, 1);
+        m_valueLabels.append(value);
+    }
+    return body;
+}
+
+void ValuePanel::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QPainterPath outline;
+    outline.addRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), Radius, Radius);
+    painter.fillPath(outline, ViewColors::Card);
+    painter.setClipPath(outline);
+    painter.fillRect(QRect(0, 0, width(), m_title->geometry().bottom() + 1), ViewColors::Band);
+    painter.setClipping(false);
+    painter.setPen(ViewColors::Hairline);
+    painter.drawPath(outline);
+}
