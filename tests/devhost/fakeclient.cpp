@@ -1,0 +1,96 @@
+#include "fakeclient.h"
+
+#include "plugin/collectview.h"
+
+#include <QCoreApplication>
+#include <QSettings>
+
+namespace {
+constexpr int EventCount = 96;
+}
+
+QMap<QString, QVariant> tavoClient::common() const
+{
+    return { { QStringLiteral("name"), deviceName },
+             { QStringLiteral("timeStr"), QStringLiteral("2026-01-02 03:04:05") } };
+}
+
+int tavoClient::control(int id, QString value)
+{
+    QMap<QString, QVariant> map = common();
+    const QStringList parts = value.split(QRegExp(QStringLiteral("[,=]")));
+    int type = value.toInt();
+    if (id == 2) {
+        type = 2006;
+        const int flag = parts.value(0).toInt();
+        map[QStringLiteral("alarmState")] = parts.value(1).toInt();
+        map[QStringLiteral("alarmId")] = parts.value(1).toInt() == 1 ? flag : EventCount + flag;
+    } else if (id == 3) {
+        type = 2007;
+        const QMap<int, QVariant> data { { parts.value(0).toInt(), parts.value(1).toFloat() } };
+        map[QStringLiteral("data")] = QVariant::fromValue(data);
+    } else if (id != 1) {
+        type = 1042;
+        map[QStringLiteral("controlId")] = id + 1;
+        map[QStringLiteral("desc")] = QStringLiteral("%1 %2").arg(id).arg(value);
+    }
+    emit postDEvent(type, map);
+    return 1;
+}
+
+QStringList tavoClient::getDataLogDesc()
+{
+    return { QStringLiteral("Voltage"), QStringLiteral("Three, \"phases\"") };
+}
+
+QStringList tavoClient::changeLogData(QMap<int, QVariant> data)
+{
+    return { data.value(4105).toString(), QStringLiteral("1,2,3") };
+}
+
+QStringList tavoClient::getEventLogDesc()
+{
+    QStringList texts;
+    for (int i = 0; i < 2 * EventCount; ++i)
+        texts << QStringLiteral("%1 %2")
+                     .arg(i % EventCount)
+                     .arg(i < EventCount ? QStringLiteral("here") : QStringLiteral("gone"));
+    return texts;
+}
+
+void tavoClient::loadConfig()
+{
+    // What the host wrote, so that a test sees it in the events.
+    QSettings ini(QCoreApplication::applicationDirPath()
+                      + QStringLiteral("/KOVA/TesselView/db/dev.ini"),
+                  QSettings::IniFormat);
+    QStringList texts;
+    for (const char *key : { "portName", "addr", "retries", "interval", "commType", "ipAddr",
+                             "port", "eventChooseList/192", "eventChooseList/193" })
+        texts << ini.value(deviceName + QLatin1Char('/') + QLatin1String(key)).toString();
+    deviceText = texts.join(QLatin1Char('|'));
+}
+
+CollectThread *tavoClient::create(void *)
+{
+    return new tavoClient;
+}
+
+void tavoClient::poll()
+{
+    if (m_polled)
+        return;
+    m_polled = true;
+    QMap<QString, QVariant> map = common();
+    map[QStringLiteral("state")] = 0;
+    map[QStringLiteral("desc")] = deviceText;
+    emit postDEvent(1040, map);
+    emit postDEvent(2001, map);
+}
+
+void tavoClient::run()
+{
+    poll();
+    while (!isInterruptionRequested())
+        msleep(5);
+}

@@ -1,0 +1,11 @@
+#include "plugin/collectthread.h"
+#include "plugin/collectview.h"
+
+/** A plug-in that the host must refuse. */
+class otherClient : public CollectThread
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID "com.orva.Qt.ProInterface")
+};
+
+#include "wrongclass.moc"

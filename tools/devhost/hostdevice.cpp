@@ -1,0 +1,99 @@
+#include "hostdevice.h"
+
+#include "plugin/collectthread.h"
+#include "plugin/collectview.h"
+
+#include <QCoreApplication>
+
+HostDevice::HostDevice(const DeviceSpec &spec, CollectThread &factory)
+    : m_spec(spec)
+    , m_factory(factory)
+{
+}
+
+HostDevice::~HostDevice()
+{
+    if (m_poller)
+        m_poller->requestStop();
+    m_poller.reset();
+    if (!m_client)
+        return;
+    m_client->disconnect(this);
+    // The contract's release() may have scheduled or done the deletion, or nothing at all.
+    m_factory.release(m_client);
+    if (m_client)
+        m_client->deleteLater();
+    QCoreApplication::sendPostedEvents(m_client, QEvent::DeferredDelete);
+}
+
+bool HostDevice::create()
+{
+    // No port manager of the host's: the plug-in uses its own.
+    m_client = m_factory.create(nullptr);
+    if (!m_client)
+        return false;
+    {
+        const QMutexLocker lock(&m_client->mutex);
+        m_client->deviceName = m_spec.name;
+    }
+    // By name, as between a host and a plug-in that share no meta-object.
+    connect(m_client, SIGNAL(postDEvent(int, QMap<QString, QVariant>)), this,
+            SLOT(take(int, QMap<QString, QVariant>)), Qt::QueuedConnection);
+    m_client->loadConfig();
+    m_eventTexts = m_client->getEventLogDesc();
+    m_dataTitles = m_client->getDataLogDesc();
+    return true;
+}
+
+void HostDevice::start(Drive drive)
+{
+    if (drive == Drive::Thread) {
+        m_client->start();
+        return;
+    }
+    m_poller = std::make_unique<PollThread>(*m_client);
+    m_poller->start();
+}
+
+bool HostDevice::control(int id, const QString &value)
+{
+    return m_client->control(id, value) != 0;
+}
+
+QStringList HostDevice::dataRow(const DataMap &data)
+{
+    return m_client->changeLogData(data);
+}
+
+CollectView *HostDevice::view()
+{
+    return m_client->getView();
+}
+
+EventMap HostDevice::information() const
+{
+    const QMutexLocker lock(&m_client->mutex);
+    return m_client->deviceInformation;
+}
+
+void HostDevice::take(int type, QMap<QString, QVariant> map)
+{
+    const HostEvent event { type, map, QDateTime::currentDateTime() };
+    follow(event);
+    emit posted(event);
+}
+
+void HostDevice::follow(const HostEvent &event)
+{
+    if (event.type == CommunicationRestored || event.type == CommunicationLost)
+        m_state = event.type == CommunicationRestored ? 0 : 1;
+    m_wasOnline = m_wasOnline || m_state == 0;
+    if (event.type != EventFlagChanged)
+        return;
+    const int count = m_eventTexts.size() / 2;
+    const int index = event.map.value(QStringLiteral("alarmId")).toInt();
+    if (index < count)
+        m_alarms.insert(index, true);
+    else
+        m_alarms.remove(index - count);
+}

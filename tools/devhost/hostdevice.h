@@ -1,0 +1,70 @@
+#pragma once
+
+#include "hostevent.h"
+#include "hostoptions.h"
+#include "pollthread.h"
+
+#include <QObject>
+#include <QPointer>
+
+#include <memory>
+
+class CollectThread;
+class CollectView;
+
+/**
+ * One device of the host: the client that the plug-in made for it, and what the host knows of it.
+ *
+ * Threads:   main thread; the client's events arrive queued.
+ * Ownership: owns the client from create() to the destructor. The plug-in's object is not owned.
+ */
+class HostDevice : public QObject
+{
+    Q_OBJECT
+
+public:
+    HostDevice(const DeviceSpec &spec, CollectThread &factory);
+    ~HostDevice() override;
+
+    /** Has the plug-in make the client and read its configuration, which must be written.
+     *  @return false when the plug-in made none */
+    bool create();
+
+    enum class Drive { Thread, Poll };
+    void start(Drive drive);
+
+    QString name() const { return m_spec.name; }
+    int state() const { return m_state; } ///< -1 unknown, 0 communicating, 1 lost
+    bool wasOnline() const { return m_wasOnline; }
+    int activeAlarms() const { return m_alarms.size(); }
+
+    bool control(int id, const QString &value);
+    QStringList eventTexts() const { return m_eventTexts; }
+    QStringList dataTitles() const { return m_dataTitles; }
+    QStringList dataRow(const DataMap &data);
+
+    /** The client's view, made at the first call; null without one. Needs a QApplication. */
+    CollectView *view();
+
+    /** A copy of the map that the client keeps for the host. */
+    EventMap information() const;
+
+signals:
+    void posted(const HostEvent &event);
+
+private slots:
+    void take(int type, QMap<QString, QVariant> map);
+
+private:
+    void follow(const HostEvent &event);
+
+    DeviceSpec m_spec;
+    CollectThread &m_factory;
+    QPointer<CollectThread> m_client;
+    std::unique_ptr<PollThread> m_poller;
+    QStringList m_eventTexts;
+    QStringList m_dataTitles;
+    QMap<int, bool> m_alarms; // the flags that are present, by number
+    int m_state = -1;
+    bool m_wasOnline = false;
+};

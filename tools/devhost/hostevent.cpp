@@ -1,0 +1,129 @@
+#include "hostevent.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <charconv>
+#include <cmath>
+
+namespace {
+
+struct TypeName
+{
+    int type;
+    const char *text;
+};
+
+// clang-format off
+constexpr TypeName typeNames[] = {
+    { ParameterRequest,      "parameter request" },
+    { CommunicationRestored, "communication restored" },
+    { CommunicationLost,     "communication lost" },
+    { HistoryResult,         "history result" },
+    { StateChanged,          "state changed" },
+    { EventFlagChanged,      "event" },
+    { DataReport,            "report" },
+    { InputFlagChanged,      "abnormal input" },
+    { BatteryFlagChanged,    "battery voltage low" },
+};
+
+constexpr const char *kindNames[] = { "appear", "disappear", "lost", "restored", "result" };
+// clang-format on
+
+/** A float as the shortest number that reads back the same: 0.1 rather than 0.100000001. */
+QJsonValue floatValue(float value)
+{
+    if (!std::isfinite(value))
+        return QJsonValue::Null;
+    char text[32];
+    const std::to_chars_result end = std::to_chars(text, text + sizeof text, value);
+    return QByteArray(text, int(end.ptr - text)).toDouble();
+}
+
+QJsonValue jsonValue(const QVariant &value)
+{
+    if (value.userType() == QMetaType::Float)
+        return floatValue(value.toFloat());
+    if (value.userType() == QMetaType::QByteArray)
+        return QString::fromLatin1(value.toByteArray());
+    if (value.userType() != qMetaTypeId<DataMap>())
+        return QJsonValue::fromVariant(value);
+    QJsonObject object;
+    const DataMap data = value.value<DataMap>();
+    for (auto it = data.constBegin(); it != data.constEnd(); ++it)
+        object.insert(QString::number(it.key()), jsonValue(it.value()));
+    return object;
+}
+
+QString plainValue(const QVariant &value)
+{
+    if (value.userType() == qMetaTypeId<DataMap>())
+        return QStringLiteral("%1 values").arg(value.value<DataMap>().size());
+    return value.toString();
+}
+
+/** Entries that say nothing new beside the name and the time of the line. */
+bool isShownElsewhere(const QString &key)
+{
+    return key == QLatin1String("name") || key == QLatin1String("timeStr")
+        || key == QLatin1String("protocol");
+}
+
+} // namespace
+
+DataMap HostEvent::data() const
+{
+    return map.value(QStringLiteral("data")).value<DataMap>();
+}
+
+bool HostEvent::isRequest() const
+{
+    // The result of a history download carries a command number too.
+    const QVariant id = map.value(QStringLiteral("controlId"));
+    return id.isValid() && type != HistoryResult
+        && (type == ParameterRequest || type == id.toInt());
+}
+
+QString kindName(LogEntry::Kind kind)
+{
+    return QString::fromLatin1(kindNames[size_t(kind)]);
+}
+
+QString eventName(int type)
+{
+    for (const TypeName &row : typeNames)
+        if (row.type == type)
+            return QString::fromLatin1(row.text);
+    return QStringLiteral("event %1").arg(type);
+}
+
+QByteArray eventJson(const HostEvent &event)
+{
+    QJsonObject object;
+    for (auto it = event.map.constBegin(); it != event.map.constEnd(); ++it)
+        object.insert(it.key(), jsonValue(it.value()));
+    object.insert(QStringLiteral("type"), event.type);
+    object.insert(QStringLiteral("received"), event.received.toString(Qt::ISODateWithMs));
+    return QJsonDocument(object).toJson(QJsonDocument::Compact);
+}
+
+QString flagText(const HostEvent &event, const QStringList &eventTexts)
+{
+    const int index = event.map.value(QStringLiteral("alarmId"), -1).toInt();
+    return eventTexts.value(index, QStringLiteral("unknown event %1").arg(index));
+}
+
+QString eventText(const HostEvent &event, const QStringList &eventTexts)
+{
+    QString line = QStringLiteral("%1 %2 %3 %4")
+                       .arg(event.received.toString(QStringLiteral("hh:mm:ss")), event.device())
+                       .arg(event.type)
+                       .arg(eventName(event.type));
+    if (event.type == EventFlagChanged)
+        return line + QStringLiteral(": ") + flagText(event, eventTexts);
+    QStringList parts;
+    for (auto it = event.map.constBegin(); it != event.map.constEnd(); ++it)
+        if (!isShownElsewhere(it.key()))
+            parts << it.key() + QLatin1Char('=') + plainValue(it.value());
+    return line + QStringLiteral(": ") + parts.join(QLatin1String(", "));
+}
