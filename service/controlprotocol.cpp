@@ -1,0 +1,72 @@
+#include "controlprotocol.h"
+
+namespace {
+
+struct VerbRow
+{
+    ControlVerb verb;
+    const char *word;
+    bool hasNumber;
+};
+
+// clang-format off
+constexpr VerbRow verbRows[] = {
+    { ControlVerb::State,     "state",     false },
+    { ControlVerb::Pause,     "pause",     false },
+    { ControlVerb::Resume,    "resume",    false },
+    { ControlVerb::Terminate, "terminate", false },
+    { ControlVerb::Command,   "command",   true  },
+};
+// clang-format on
+
+const char okWord[] = "ok";
+const char errorWord[] = "error";
+
+} // namespace
+
+std::optional<ControlRequest> parseControlRequest(const QByteArray &line)
+{
+    const int blank = line.indexOf(' ');
+    const QByteArray word = line.left(blank);
+    for (const VerbRow &row : verbRows) {
+        if (word != row.word || row.hasNumber != (blank >= 0))
+            continue;
+        if (!row.hasNumber)
+            return ControlRequest { row.verb, 0 };
+        bool isNumber = false;
+        const int number = line.mid(blank + 1).toInt(&isNumber);
+        return isNumber ? std::optional(ControlRequest { row.verb, number }) : std::nullopt;
+    }
+    return std::nullopt;
+}
+
+std::optional<ControlReply> parseControlReply(const QByteArray &line)
+{
+    const int blank = line.indexOf(' ');
+    const QByteArray word = line.left(blank);
+    if (word != okWord && word != errorWord)
+        return std::nullopt;
+    return ControlReply { word == okWord,
+                          blank < 0 ? QString() : QString::fromUtf8(line.mid(blank + 1)) };
+}
+
+QByteArray controlLine(const ControlRequest &request)
+{
+    for (const VerbRow &row : verbRows) {
+        if (row.verb != request.verb)
+            continue;
+        const QByteArray word(row.word);
+        return row.hasNumber ? word + ' ' + QByteArray::number(request.command) + '\n'
+                             : word + '\n';
+    }
+    Q_UNREACHABLE();
+}
+
+QByteArray controlLine(const ControlReply &reply)
+{
+    QByteArray line = reply.ok ? okWord : errorWord;
+    const QString text = reply.text.simplified();
+    if (!text.isEmpty())
+        line += ' ' + text.toUtf8();
+    return line.left(ControlLineLimit - 1) + '\n';
+}
