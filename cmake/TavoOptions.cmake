@@ -28,5 +28,5 @@ function(tavo_driver_run_path target)
   target_link_options(${target} PRIVATE LINKER:--disable-new-dtags)
   set_target_properties(${target} PROPERTIES
     BUILD_RPATH "$ORIGIN/../lib"
-    INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}/kx300;$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+    INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}/tesselview/drivers")
 endfunction()
