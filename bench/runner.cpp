@@ -1,0 +1,156 @@
+#include "runner.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <sched.h>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+double median(QVector<double> values)
+{
+    std::nth_element(values.begin(), values.begin() + values.size() / 2, values.end());
+    return values[values.size() / 2];
+}
+
+double bestOf(const Row &row, const QVector<double> &medians, Role role)
+{
+    double best = 0;
+    for (int i = 0; i < medians.size(); ++i) {
+        if (row.contenders[i].role == role && (best == 0 || medians[i] < best))
+            best = medians[i];
+    }
+    return best;
+}
+
+struct Verdict
+{
+    QString text;
+    bool met = true;
+};
+
+void judge(Verdict &verdict, double value, double bound, bool atMost, const char *what)
+{
+    if (bound == 0 || value == 0)
+        return;
+    const bool met = atMost ? value <= bound : value >= bound;
+    verdict.met = verdict.met && met;
+    verdict.text += QStringLiteral("  %1 %2 (%3 %4)%5")
+                        .arg(QLatin1String(what))
+                        .arg(value, 0, 'f', 2)
+                        .arg(QLatin1String(atMost ? "<=" : ">="))
+                        .arg(bound)
+                        .arg(QLatin1String(met ? "" : " MISSED"));
+}
+
+Verdict judge(const Row &row, const QVector<double> &medians)
+{
+    const double ours = bestOf(row, medians, Role::Ours);
+    const double limit = bestOf(row, medians, Role::Limit);
+    const double peer = bestOf(row, medians, Role::Peer);
+    const double naive = bestOf(row, medians, Role::Naive);
+    Verdict verdict;
+    judge(verdict, limit > 0 ? ours / limit : 0, row.toLimit, true, "of the limit");
+    judge(verdict, peer > 0 ? ours / peer : 0, row.toPeer, true, "of the best peer");
+    judge(verdict, naive / ours, row.fasterThanNaive, false, "faster than straightforward");
+    judge(verdict, ours, row.belowNs, true, "ns");
+    return verdict;
+}
+
+} // namespace
+
+void Runner::run(const Row &row)
+{
+    QVector<QVector<double>> samples(row.contenders.size());
+    for (const Contender &contender : row.contenders)
+        contender.round(); // warm
+    for (int round = 0; round < row.rounds; ++round) {
+        for (int i = 0; i < row.contenders.size(); ++i) {
+            const auto begin = Clock::now();
+            row.contenders[i].round();
+            const std::chrono::duration<double, std::nano> taken = Clock::now() - begin;
+            samples[i].append(taken.count() / row.contenders[i].operations);
+        }
+    }
+    Result result { row, {} };
+    for (const QVector<double> &values : samples)
+        result.medians.append(median(values));
+    m_results.append(result);
+    std::fprintf(stderr, "measured: %s\n", qPrintable(row.name));
+}
+
+void Runner::note(const Figure &figure)
+{
+    m_figures.append(figure);
+    std::fprintf(stderr, "measured: %s\n", qPrintable(figure.name));
+}
+
+bool Runner::report(const QString &jsonFile) const
+{
+    bool allMet = true;
+    QJsonArray rows;
+    for (const Result &result : m_results) {
+        const Verdict verdict = judge(result.row, result.medians);
+        allMet = allMet && verdict.met;
+        std::printf("\n%s\n", qPrintable(result.row.name));
+        QJsonObject times;
+        const double limit = bestOf(result.row, result.medians, Role::Limit);
+        for (int i = 0; i < result.medians.size(); ++i) {
+            const QString name = result.row.contenders[i].name;
+            times.insert(name, result.medians[i]);
+            std::printf("    %-34s %12.0f ns", qPrintable(name), result.medians[i]);
+            std::printf(limit > 0 ? "  %6.2f x limit\n" : "\n", result.medians[i] / limit);
+        }
+        if (!verdict.text.isEmpty())
+            std::printf("  =>%s\n", qPrintable(verdict.text));
+        rows.append(QJsonObject { { "row", result.row.name },
+                                  { "nsPerOperation", times },
+                                  { "goals", verdict.text.trimmed() },
+                                  { "met", verdict.met } });
+    }
+    for (const Figure &figure : m_figures) {
+        const bool met = figure.bound == 0 || figure.value <= figure.bound;
+        allMet = allMet && met;
+        std::printf("\n%s: %.3f %s%s%s\n", qPrintable(figure.name), figure.value, qPrintable(figure.unit),
+                    figure.bound > 0 ? qPrintable(QStringLiteral(" (<= %1)").arg(figure.bound)) : "",
+                    met ? "" : " MISSED");
+        rows.append(QJsonObject { { "row", figure.name },
+                                  { "value", figure.value },
+                                  { "unit", figure.unit },
+                                  { "bound", figure.bound },
+                                  { "met", met } });
+    }
+    if (!jsonFile.isEmpty()) {
+        QFile file(jsonFile);
+        if (!file.open(QIODevice::WriteOnly)
+            || file.write(QJsonDocument(rows).toJson()) < 0) {
+            std::fprintf(stderr, "bench: %s: %s\n", qPrintable(jsonFile), qPrintable(file.errorString()));
+            return false;
+        }
+    }
+    return allMet;
+}
+
+void pinToOneProcessor()
+{
+    cpu_set_t set;
+    CPU_ZERO(&set);
+    CPU_SET(0, &set);
+    sched_setaffinity(0, sizeof set, &set);
+}
+
+void unpin()
+{
+    cpu_set_t set;
+    CPU_ZERO(&set);
+    for (int i = 0; i < CPU_SETSIZE; ++i)
+        CPU_SET(i, &set);
+    sched_setaffinity(0, sizeof set, &set);
+}
