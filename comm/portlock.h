@@ -1,0 +1,31 @@
+#pragma once
+
+#include "serialport.h"
+#include "stopsource.h"
+
+/**
+ * Holds a port's lock while it lives, unless the calling thread was asked to stop while waiting.
+ *
+ * Use: `const PortLock lock(port); if (!lock) return ...;`
+ */
+class PortLock
+{
+public:
+    explicit PortLock(SerialPort &port)
+        : m_port(StopSource::lock(*port.mutex) ? &port : nullptr)
+    {
+    }
+    ~PortLock()
+    {
+        if (m_port)
+            m_port->UnLock();
+    }
+    PortLock(const PortLock &) = delete;
+    PortLock &operator=(const PortLock &) = delete;
+
+    /** False when the wait was broken off. */
+    explicit operator bool() const { return m_port != nullptr; }
+
+private:
+    SerialPort *m_port;
+};

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <QMap>
+#include <QMutex>
+#include <QObject>
+#include <QSet>
+#include <QTimer>
+
+class SerialPort;
+
+/** An open port. The device stays first: drivers take it from the first word of their handle. */
+struct CommHandle
+{
+    enum Kind : int { Serial = 0, Hid = 2 };
+
+    void *device; ///< SerialPort or hid_device; null while a HID device could not be opened
+    int kind;     ///< Kind; every other value than Hid stands for a QIODevice
+};
+
+/**
+ * Owns the ports of the process, so that clients which name the same port share it.
+ *
+ * Serial ports are closed every 30 seconds and opened again by the next getPortHandle().
+ *
+ * Threads:   all functions from any thread; its timers run in the application's main thread. Lock
+ *            order: the manager's mutex, then a port's lock. The mutex is not held while a port
+ *            is waited for or opened. Waits end early when the thread's StopSource asks.
+ * Ownership: owns ports and handles for the life of the process; callers borrow them.
+ * Errors:    a port that does not open stays registered and is tried again at every request.
+ */
+class PortManage : public QObject
+{
+    Q_OBJECT
+
+public:
+    PortManage();
+    ~PortManage() override;
+
+    /** The one manager of the process; made at the first call, in any thread. */
+    static PortManage *instance();
+
+    /** The serial port at a device node, opened if need be; it may still be closed on return.
+     *  @return null when `name` belongs to a HID device or the calling thread was asked to stop */
+    SerialPort *getPortHandle(const QString &name);
+
+    /** The handle (not the device) of a USB HID device, which may be null inside.
+     *  @return null when the ids name a serial port or the calling thread was asked to stop */
+    CommHandle *getPortHandle(int vendorId, int productId);
+
+    /** Closes and opens again, with the settings that "serial.ini" now has. */
+    void ReOpen(const QString &name);
+    void ReOpen(int vendorId, int productId);
+
+    /** Closes the device but keeps its handle. */
+    void Close(const QString &name);
+    void Close(int vendorId, int productId);
+
+public slots:
+    /** Closes the serial ports that are not marked as in use. A port that is busy is closed as
+     *  soon as it is free: this runs in the host's GUI thread and does not wait. */
+    void timerProc();
+
+private:
+    static bool closeIfIdle(SerialPort &port);
+    static void openHid(CommHandle &handle, int vendorId, int productId);
+    static void closeHid(CommHandle &handle);
+    SerialPort *findOrCreate(const QString &name, bool *created, bool *closeFirst);
+    void closeDue();
+
+    QMap<QString, CommHandle *> handles; // guarded by mutex
+    QMutex mutex;
+    QTimer *timer;       // owned, as a child; every 30 s
+    QTimer *m_retry;     // owned, as a child; while ports are due
+    bool m_tick = false; // a tick has not been spread to m_due yet; main thread only
+    QSet<QString> m_due; // serial ports that the last tick found busy; guarded by mutex
+};
