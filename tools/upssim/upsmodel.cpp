@@ -33,6 +33,7 @@ UpsModel::UpsModel(quint32 seed, double startSecond)
     }
     m_values.fill(std::numeric_limits<double>::quiet_NaN());
     record(Started, true);
+    record(OutputFromInverter, true);
     measure();
 }
 

@@ -124,7 +124,7 @@ private:
     Path m_path = Path::Inverter;
     Task m_task = Task::None;
     bool m_hadMains = true;
-    Path m_notedPath = Path::Off;
+    Path m_notedPath = Path::Inverter;
 
     std::bitset<registermap::eventCount> m_requested;
     std::bitset<registermap::eventCount> m_latched; // until "clear fault"

@@ -1,0 +1,3 @@
+if(TAVO_TOOLS)
+  tavo_add_test(upssim LIBRARIES tavo_upssim)
+endif()
