@@ -309,7 +309,7 @@ void tst_UpsSim::requests_data()
     row("too much", 4, 0, 126, {}, 3);
     row("coils", 1, 0, 8, {}, 1);
     row("history header", 4, historyHeader, 2, {}, 0);
-    row("history past its end", 4, historyBase, 8, {}, 2);
+    row("history past its end", 4, historyBase, 15, {}, 2);
     row("setting", 6, 5, 1, { 18 }, 0);
     row("setting out of range", 6, 5, 1, { 25 }, 3);
     row("no setting there", 6, 16, 1, { 1 }, 3);

@@ -69,15 +69,13 @@ Outcome ModbusLine::Reply::find(const Request &request)
     for (begin = 0; size - begin >= exceptionSize; ++begin) {
         if (*at(0) != request.frame[0])
             continue;
-        // The helpers never write to the frame that they check.
-        const auto frame = const_cast<unsigned char *>(at(0));
         if (*at(1) == (request.frame[1] | exceptionBit)
-            && checkModbufCRC(frame, exceptionSize) == 0)
+            && checkModbufCRC(at(0), exceptionSize) == 0)
             return Outcome::Refused;
         if (size - begin >= request.replyLength
             && !std::memcmp(at(0), request.frame, request.echoed)
             && (request.byteCount < 0 || *at(request.echoed) == request.byteCount)
-            && checkModbufCRC(frame, request.replyLength) == 0)
+            && checkModbufCRC(at(0), request.replyLength) == 0)
             return Outcome::Answered;
     }
     return Outcome::NoAnswer;
@@ -106,7 +104,7 @@ Outcome ModbusLine::read(int function, int address, int count, std::uint16_t *va
         if (function == 2)
             values[i] = (*reply.at(3 + i / 8) >> (i % 8)) & 1;
         else
-            values[i] = UINT8_2_to_UINT16(const_cast<unsigned char *>(reply.at(3 + 2 * i)));
+            values[i] = UINT8_2_to_UINT16(reply.at(3 + 2 * i));
     }
     return outcome;
 }
