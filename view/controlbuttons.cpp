@@ -17,12 +17,13 @@ const char *const outlineStyle =
     "QPushButton:hover, QPushButton:focus { background: rgba(208, 69, 59, 40); }"
     "QPushButton:focus { border-style: dashed; }"
     "QPushButton:pressed { background: rgba(208, 69, 59, 90); }"
-    "QPushButton:disabled { border-color: palette(mid); color: palette(mid); }";
+    "QPushButton:disabled { border-color: gray; color: gray; }";
 
 QPushButton *createButton(const ControlButtonRow &row, QObject *receiver, const char *clicked)
 {
     auto *button = new QPushButton(ControlTables::tr(row.text));
     button->setObjectName(QString::fromLatin1(row.name));
+    button->setFont(QFont(QStringLiteral("Microsoft YaHei"), 10)); // before it is measured
     button->setMinimumHeight(ButtonHeight);
     if (row.risk == ControlRisk::MovesLoad)
         button->setStyleSheet(QString::fromLatin1(outlineStyle));

@@ -145,7 +145,7 @@ public:
         { Panel::Bypass,   1, { -215, -229 }, 380, 15, QT_TR_NOOP("BYPASS")  },
         { Panel::RecInv,   5, { -120, -142 }, 285, 16, QT_TR_NOOP("REC/INV") },
         { Panel::Load,     3, {  165,   48 }, 283, 16, QT_TR_NOOP("LOAD")    },
-        { Panel::Battery,  4, { -280,  117 }, 245, 16, QT_TR_NOOP("BATTERY") },
+        { Panel::Battery,  4, { -306,  117 }, 275, 16, QT_TR_NOOP("BATTERY") },
         { Panel::Device,  -1, {  195, -229 }, 253, 16, ""                    },
     };
 

@@ -24,6 +24,8 @@ RecordTable::RecordTable(QWidget *parent)
     horizontalHeader()->setSectionResizeMode(DescriptionColumn, QHeaderView::Stretch);
     setColumnWidth(TimeColumn, TimeColumnWidth);
 
+    m_emptyNote->setStyleSheet(
+        QStringLiteral("color: %1").arg(QColor(ViewColors::SecondaryText).name()));
     m_emptyNote->setAlignment(Qt::AlignCenter);
     auto *middle = new QVBoxLayout(viewport());
     middle->addWidget(m_emptyNote);

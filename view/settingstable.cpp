@@ -23,9 +23,9 @@ void writeRange(QTableWidget &table, int row, const ParameterInformation &record
 } // namespace
 
 QTableWidget *createSettingsTable(const QString &objectName, const QStringList &headers,
-                                  const QList<ParameterInformation *> &records)
+                                  const QList<ParameterInformation *> &records, QWidget *parent)
 {
-    auto *table = new QTableWidget(records.size(), SettingsColumnCount);
+    auto *table = new QTableWidget(records.size(), SettingsColumnCount, parent);
     table->setObjectName(objectName);
     table->setHorizontalHeaderLabels(headers);
     styleAsWhiteTable(*table);

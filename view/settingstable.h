@@ -15,9 +15,10 @@ struct SettingsTable
     QList<ParameterInformation *> records;
 };
 
-/** Builds a table with a row for each record; the caller owns it. */
+/** Builds a table with a row for each record; `parent` or the caller owns it. */
 QTableWidget *createSettingsTable(const QString &objectName, const QStringList &headers,
-                                  const QList<ParameterInformation *> &records);
+                                  const QList<ParameterInformation *> &records,
+                                  QWidget *parent = nullptr);
 
 /** Writes the values and ranges that changed. */
 void refreshSettingsTable(const SettingsTable &settings, const DataReport &report);

@@ -30,20 +30,44 @@ QFont viewFont(int pointSize, QFont::Weight weight = QFont::Normal)
 }
 
 // A page that scrolls when its contents do not fit.
-QScrollArea *createScrollPage(QWidget *contents)
+QScrollArea *createScrollPage(QWidget *contents, QWidget *parent)
 {
-    auto *page = new QScrollArea;
+    auto *page = new QScrollArea(parent);
     page->setFrameShape(QFrame::NoFrame);
     page->setWidgetResizable(true);
     page->setWidget(contents);
+    // The ground is that of the tab, as on the other pages.
+    page->viewport()->setAutoFillBackground(false);
+    contents->setAutoFillBackground(false);
     return page;
 }
 
-QStackedWidget *createStack(const char *objectName)
+QStackedWidget *createStack(const char *objectName, QWidget *parent)
 {
-    auto *stack = new QStackedWidget;
+    auto *stack = new QStackedWidget(parent);
     stack->setObjectName(QString::fromLatin1(objectName));
     return stack;
+}
+
+// Widgets with a style sheet of their own do not inherit a font.
+void spreadFont(QWidget &top)
+{
+    const QList<QWidget *> widgets = top.findChildren<QWidget *>();
+    for (QWidget *widget : widgets) {
+        if (!widget->testAttribute(Qt::WA_SetFont))
+            widget->setFont(top.font());
+    }
+}
+
+// The view's tabs vanish when they are disabled; the titles of these stay, though greyed.
+void keepDisabledTabs(QTabWidget &tabs, const QFont &font)
+{
+    const QFontMetrics metrics(font);
+    int width = 0;
+    for (int i = 0; i < tabs.count(); ++i)
+        width = qMax(width, metrics.horizontalAdvance(tabs.tabText(i)));
+    tabs.setStyleSheet(
+        QStringLiteral("QTabBar::tab:disabled {min-width: %1px; color: gray;}").arg(width + 24));
 }
 
 } // namespace
@@ -64,24 +88,25 @@ tavoView::~tavoView()
 void tavoView::refreshLayout()
 {
     if (!m_tabs) {
-        m_tabs = new QTabWidget;
+        m_tabs = new QTabWidget(this);
+        m_tabs->setStyleSheet(
+            QStringLiteral("QTabBar::tab:disabled {width: 0; color: transparent;}"));
         m_tabs->addTab(createOverviewPage(), tr("Overview"));
         m_tabs->addTab(createAlarmPage(), tr("Alarm"));
         m_tabs->addTab(createRealDataPage(), tr("RT-data"));
         m_tabs->addTab(createControlPage(), tr("Control"));
         m_tabs->addTab(createMaintenancePage(), tr("Maintenance"));
-        m_tabs->setStyleSheet(
-            QStringLiteral("QTabBar::tab:disabled {width: 0; color: transparent;}"));
         auto *grid = new QGridLayout(this);
         grid->setObjectName(QStringLiteral("tavoView_grid"));
         grid->setContentsMargins(8, 8, 8, 8);
         grid->setHorizontalSpacing(0); // the stack beside the tabs takes no room while it is empty
         grid->setColumnStretch(0, 1);
         grid->addWidget(m_tabs, 0, 0);
-        QStackedWidget *stack = createStack("devStacketTable"); // spelling is bound by name
+        QStackedWidget *stack = createStack("devStacketTable", this); // spelling is bound by name
         stack->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
         grid->addWidget(stack, 0, 1);
         createDialog();
+        spreadFont(*this);
         applyUserLevel();
         connect(m_tabs, &QTabWidget::currentChanged, this, &tavoView::UpdatePointTabInfo);
     }
@@ -90,15 +115,15 @@ void tavoView::refreshLayout()
 
 QWidget *tavoView::createOverviewPage()
 {
-    m_diagram = new Energyline;
-    QScrollArea *page = createScrollPage(m_diagram);
+    m_diagram = new Energyline(this);
+    QScrollArea *page = createScrollPage(m_diagram, m_tabs);
     page->setObjectName(QStringLiteral("OverviewTable"));
     return page;
 }
 
 QWidget *tavoView::createAlarmPage()
 {
-    auto *page = new QWidget;
+    auto *page = new QWidget(m_tabs);
     page->setObjectName(QStringLiteral("AlarmTable"));
     m_recordTable = new RecordTable(page);
     auto *column = new QVBoxLayout(page);
@@ -120,7 +145,7 @@ QWidget *tavoView::createRealDataPage()
         { tr("BATTERY"), m_viewData.getBatteryData() },
         { tr("REC/INV"), m_viewData.getRecInvData() },
     };
-    auto *contents = new QWidget;
+    auto *contents = new QWidget(m_tabs);
     auto *grid = new QGridLayout(contents);
     grid->setSpacing(Gap);
     int place = 0;
@@ -133,14 +158,14 @@ QWidget *tavoView::createRealDataPage()
     for (int column = 0; column < PanelColumns; ++column)
         grid->setColumnStretch(column, 1);
     grid->setRowStretch(grid->rowCount(), 1);
-    QScrollArea *page = createScrollPage(contents);
+    QScrollArea *page = createScrollPage(contents, m_tabs);
     page->setObjectName(QStringLiteral("realDataTable"));
     return page;
 }
 
 QWidget *tavoView::createControlPage()
 {
-    m_controlPage = new QWidget(this);
+    m_controlPage = new QWidget(m_tabs);
     m_controlPage->setObjectName(QStringLiteral("ControlTable"));
     auto *grid = new QGridLayout(m_controlPage);
     grid->setObjectName(QStringLiteral("ControlGrid"));
@@ -149,6 +174,7 @@ QWidget *tavoView::createControlPage()
     title->setObjectName(QStringLiteral("DevBigTitle"));
     title->setStyleSheet(QStringLiteral("margin-top:20px"));
     title->setFont(viewFont(13, QFont::Bold));
+    title->setIndent(0);
     grid->addWidget(title, row, 0, 1, -1);
     grid->addWidget(createConfiguration(), row + 1, 0, 1, -1);
     grid->setRowStretch(row + 1, 1);
@@ -168,7 +194,8 @@ QWidget *tavoView::createConfiguration()
         { "adjustTable", tr("Adjusting parameters"), m_viewData.getAdjustConfig() },
         { "devinforTable", tr("UPS information"), m_viewData.getDevInfoConfig() },
     };
-    auto *tabs = new QTabWidget;
+    QStackedWidget *stack = createStack("configStack", m_controlPage);
+    auto *tabs = new QTabWidget(stack);
     for (const auto &page : pages) {
         QTableWidget *table = nullptr;
         initialConfigTable(QString::fromLatin1(page.objectName), page.records, table);
@@ -177,14 +204,14 @@ QWidget *tavoView::createConfiguration()
         connect(table, SIGNAL(cellDoubleClicked(int, int)), this,
                 SLOT(slot_doubleClicked(int, int)));
     }
-    QStackedWidget *stack = createStack("configStack");
+    keepDisabledTabs(*tabs, font());
     stack->addWidget(tabs);
     return stack;
 }
 
 QWidget *tavoView::createMaintenancePage()
 {
-    auto *page = new QWidget(this);
+    auto *page = new QWidget(m_tabs);
     page->setObjectName(QStringLiteral("MaintainTable"));
     auto *grid = new QGridLayout(page);
     const int row =
@@ -286,6 +313,8 @@ void tavoView::applyUserLevel()
     const bool mayControl = userLevel != 0;
     m_controlPage->setEnabled(mayControl);
     m_tabs->setTabEnabled(MaintenanceTab, mayControl);
+    // The tab bar does not measure a tab again when it is only disabled.
+    m_tabs->setTabVisible(MaintenanceTab, mayControl);
     if (!mayControl)
         m_dialog->reject();
 }

@@ -12,6 +12,7 @@ namespace {
 
 constexpr double Radius = 6;
 
+// Set on each label: what labels inherit is the desktop's, or the host's style sheet.
 void setTextColor(QWidget &widget, const QColor &color)
 {
     QPalette palette = widget.palette();
@@ -26,9 +27,9 @@ ValuePanel::ValuePanel(const QString &title, const QList<ParameterInformation *>
     : QFrame(parent)
     , m_title(new QLabel(title, this))
 {
-    setPalette(whitePalette(palette()));
     m_title->setObjectName(QStringLiteral("PanelTitle"));
     m_title->setFont(QFont(QStringLiteral("Microsoft YaHei"), 11, QFont::Bold));
+    setTextColor(*m_title, ViewColors::Text);
     m_title->setContentsMargins(12, 6, 12, 6);
 
     auto *column = new QVBoxLayout(this);
@@ -57,6 +58,7 @@ QWidget *ValuePanel::createBody(const QList<ParameterInformation *> &records)
         auto *value = new QLabel(records.at(row)->value, body);
         value->setObjectName(QStringLiteral("PanalBodyKeyValue")); // spelling is bound by name
         value->setFont(font);
+        setTextColor(*value, ViewColors::Text);
         value->setTextFormat(Qt::PlainText); // device texts are no markup
         value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
         grid->addWidget(name, row, 0);

@@ -3,10 +3,21 @@
 #include "viewcolors.h"
 
 #include <QHeaderView>
+#include <QScrollBar>
 
 namespace {
 
 constexpr int RowHeight = 28;
+
+// The table's style sheet reaches its scroll bars too and would leave them bare.
+const char *const scrollBarStyle =
+    "QScrollBar { background: #F5F6FB; width: 12px; height: 12px; margin: 0; }"
+    "QScrollBar::handle { background: #B4B9DA; border-radius: 4px; margin: 2px; }"
+    "QScrollBar::handle:hover { background: #8F96C4; }"
+    "QScrollBar::handle:vertical { min-height: 32px; }"
+    "QScrollBar::handle:horizontal { min-width: 32px; }"
+    "QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }"
+    "QScrollBar::add-page, QScrollBar::sub-page { background: none; }";
 
 QTableWidgetItem *itemAt(QTableWidget &table, int row, int column)
 {
@@ -24,8 +35,11 @@ void styleAsWhiteTable(QTableWidget &table)
 {
     table.setStyleSheet(
         QStringLiteral("alternate-background-color: #DDDFF5; background: #FFFFFF;"));
+    table.verticalScrollBar()->setStyleSheet(QString::fromLatin1(scrollBarStyle));
+    table.horizontalScrollBar()->setStyleSheet(QString::fromLatin1(scrollBarStyle));
     table.setPalette(whitePalette(table.palette()));
-    table.horizontalHeader()->setPalette(table.palette());
+    for (int column = 0; column < table.columnCount(); ++column)
+        table.horizontalHeaderItem(column)->setForeground(ViewColors::Text);
     table.setAlternatingRowColors(true);
     table.setShowGrid(false);
     table.setEditTriggers(QAbstractItemView::NoEditTriggers);

@@ -3,7 +3,7 @@
 #include <QTableWidget>
 
 /** How the view's tables look: white and light blue rows, dark text whatever the desktop's
- *  colours, whole rows selected one at a time. */
+ *  colours, whole rows selected one at a time. The header must have its labels. */
 void styleAsWhiteTable(QTableWidget &table);
 
 /** Writes a cell, and only what differs. Makes the item when there is none. */
