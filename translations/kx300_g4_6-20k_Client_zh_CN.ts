@@ -1,0 +1,1686 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="zh_CN">
+<context>
+    <name>Dialog</name>
+    <message>
+        <source>Ok</source>
+        <translation>确定</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Value:</source>
+        <translation>数值:</translation>
+    </message>
+    <message>
+        <source>Option:</source>
+        <translation>选项:</translation>
+    </message>
+    <message>
+        <source>Range:%1~%2</source>
+        <translation>范围:%1~%2</translation>
+    </message>
+    <message>
+        <source>The value is out of range!</source>
+        <translation>数值超出范围!</translation>
+    </message>
+</context>
+<context>
+    <name>Energyline</name>
+    <message>
+        <source>Abnormal</source>
+        <translation>异常</translation>
+    </message>
+    <message>
+        <source>Normal</source>
+        <translation>正常</translation>
+    </message>
+    <message>
+        <source>F&amp;A clear</source>
+        <translation>清除故障告警</translation>
+    </message>
+    <message>
+        <source>Power on</source>
+        <translation>上电</translation>
+    </message>
+    <message>
+        <source>Standby</source>
+        <translation>待机</translation>
+    </message>
+    <message>
+        <source>Bypass</source>
+        <translation>旁路</translation>
+    </message>
+    <message>
+        <source>Online</source>
+        <translation>在线</translation>
+    </message>
+    <message>
+        <source>Battery</source>
+        <translation>电池</translation>
+    </message>
+    <message>
+        <source>Battery test</source>
+        <translation>电池自检</translation>
+    </message>
+    <message>
+        <source>Fault</source>
+        <translation>故障</translation>
+    </message>
+    <message>
+        <source>Freq. conversion</source>
+        <translation>变频</translation>
+    </message>
+    <message>
+        <source>ECO</source>
+        <translation>经济模式 (ECO)</translation>
+    </message>
+    <message>
+        <source>Shutdown</source>
+        <translation>关机</translation>
+    </message>
+    <message>
+        <source>Test</source>
+        <translation>测试</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>无输出</translation>
+    </message>
+    <message>
+        <source>Load on bypass</source>
+        <translation>旁路供电</translation>
+    </message>
+    <message>
+        <source>Load on inverter</source>
+        <translation>逆变供电</translation>
+    </message>
+    <message>
+        <source>Load on other</source>
+        <translation>其他供电</translation>
+    </message>
+    <message>
+        <source>Disconnect</source>
+        <translation>未接</translation>
+    </message>
+    <message>
+        <source>Equalized charge</source>
+        <translation>均充</translation>
+    </message>
+    <message>
+        <source>Float charge</source>
+        <translation>浮充</translation>
+    </message>
+    <message>
+        <source>Discharge</source>
+        <translation>放电</translation>
+    </message>
+    <message>
+        <source>Off</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>Soft start</source>
+        <translation>软启动</translation>
+    </message>
+    <message>
+        <source>PFC mode</source>
+        <translation>PFC 模式</translation>
+    </message>
+    <message>
+        <source>Battery mode</source>
+        <translation>电池模式</translation>
+    </message>
+    <message>
+        <source>Normal run</source>
+        <translation>正常运行</translation>
+    </message>
+    <message>
+        <source>Voltage:</source>
+        <translation>电压:</translation>
+    </message>
+    <message>
+        <source>Current:</source>
+        <translation>电流:</translation>
+    </message>
+    <message>
+        <source>Frequency:</source>
+        <translation>频率:</translation>
+    </message>
+    <message>
+        <source>Status:</source>
+        <translation>状态:</translation>
+    </message>
+    <message>
+        <source>REC status:</source>
+        <translation>整流状态:</translation>
+    </message>
+    <message>
+        <source>REC temperature:</source>
+        <translation>整流温度:</translation>
+    </message>
+    <message>
+        <source>INV status:</source>
+        <translation>逆变状态:</translation>
+    </message>
+    <message>
+        <source>INV temperature:</source>
+        <translation>逆变温度:</translation>
+    </message>
+    <message>
+        <source>INV current:</source>
+        <translation>逆变电流:</translation>
+    </message>
+    <message>
+        <source>Apparent power:</source>
+        <translation>视在功率:</translation>
+    </message>
+    <message>
+        <source>Active power:</source>
+        <translation>有功功率:</translation>
+    </message>
+    <message>
+        <source>Reactive power:</source>
+        <translation>无功功率:</translation>
+    </message>
+    <message>
+        <source>Load percentage:</source>
+        <translation>负载率:</translation>
+    </message>
+    <message>
+        <source>Temperature:</source>
+        <translation>温度:</translation>
+    </message>
+    <message>
+        <source>Remaining time:</source>
+        <translation>剩余时间:</translation>
+    </message>
+    <message>
+        <source>%1 Min</source>
+        <translation>%1 分钟</translation>
+    </message>
+    <message>
+        <source>Remaining capacity:</source>
+        <translation>剩余容量:</translation>
+    </message>
+    <message>
+        <source>Type:</source>
+        <translation>型号:</translation>
+    </message>
+    <message>
+        <source>Name:</source>
+        <translation>名称:</translation>
+    </message>
+    <message>
+        <source>Manufacturer:</source>
+        <translation>厂家:</translation>
+    </message>
+    <message>
+        <source>Running time:</source>
+        <translation>运行时间:</translation>
+    </message>
+    <message>
+        <source>%1 days</source>
+        <translation>%1 天</translation>
+    </message>
+    <message>
+        <source>Working mode:</source>
+        <translation>工作模式:</translation>
+    </message>
+    <message>
+        <source>INPUT</source>
+        <translation>输入</translation>
+    </message>
+    <message>
+        <source>BYPASS</source>
+        <translation>旁路</translation>
+    </message>
+    <message>
+        <source>REC/INV</source>
+        <translation>整流/逆变</translation>
+    </message>
+    <message>
+        <source>LOAD</source>
+        <translation>负载</translation>
+    </message>
+    <message>
+        <source>BATTERY</source>
+        <translation>电池</translation>
+    </message>
+    <message>
+        <source>REC</source>
+        <translation>整流</translation>
+    </message>
+    <message>
+        <source>INV</source>
+        <translation>逆变</translation>
+    </message>
+</context>
+<context>
+    <name>MsgBox</name>
+    <message>
+        <source>Ok</source>
+        <translation>确定</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+</context>
+<context>
+    <name>RecordTable</name>
+    <message>
+        <source>No events</source>
+        <translation>无事件</translation>
+    </message>
+    <message>
+        <source>Data/Time</source>
+        <translation>日期/时间</translation>
+    </message>
+    <message>
+        <source>Event description</source>
+        <translation>事件描述</translation>
+    </message>
+</context>
+<context>
+    <name>tavoView</name>
+    <message>
+        <source>Buzzer:</source>
+        <translation>蜂鸣器:</translation>
+    </message>
+    <message>
+        <source>Turn off</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>Turn on</source>
+        <translation>开启</translation>
+    </message>
+    <message>
+        <source>Startup&amp;Shutdown:</source>
+        <translation>开关机:</translation>
+    </message>
+    <message>
+        <source>Startup</source>
+        <translation>开机</translation>
+    </message>
+    <message>
+        <source>Shutdown to bypass</source>
+        <translation>关机转旁路</translation>
+    </message>
+    <message>
+        <source>Shutdown stop output</source>
+        <translation>关机停止输出</translation>
+    </message>
+    <message>
+        <source>Manual switch:</source>
+        <translation>手动切换:</translation>
+    </message>
+    <message>
+        <source>Transfer to bypass</source>
+        <translation>切换到旁路</translation>
+    </message>
+    <message>
+        <source>Transfer to inverter</source>
+        <translation>切换到逆变</translation>
+    </message>
+    <message>
+        <source>Battery:</source>
+        <translation>电池:</translation>
+    </message>
+    <message>
+        <source>Battery test 20s</source>
+        <translation>电池自检 20 秒</translation>
+    </message>
+    <message>
+        <source>Battery maintenance</source>
+        <translation>电池维护</translation>
+    </message>
+    <message>
+        <source>Cancel test</source>
+        <translation>取消自检</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>清除</translation>
+    </message>
+    <message>
+        <source>Clear fault</source>
+        <translation>清除故障</translation>
+    </message>
+    <message>
+        <source>Clear history</source>
+        <translation>清除历史记录</translation>
+    </message>
+    <message>
+        <source>Plugin</source>
+        <translation>插件</translation>
+    </message>
+    <message>
+        <source>Download history</source>
+        <translation>下载历史记录</translation>
+    </message>
+    <message>
+        <source>UPS upgrade</source>
+        <translation>UPS 升级</translation>
+    </message>
+    <message>
+        <source>Overview</source>
+        <translation>概览</translation>
+    </message>
+    <message>
+        <source>Alarm</source>
+        <translation>告警</translation>
+    </message>
+    <message>
+        <source>RT-data</source>
+        <translation>实时数据</translation>
+    </message>
+    <message>
+        <source>Control</source>
+        <translation>控制</translation>
+    </message>
+    <message>
+        <source>Maintenance</source>
+        <translation>维护</translation>
+    </message>
+    <message>
+        <source>DEVICE</source>
+        <translation>设备</translation>
+    </message>
+    <message>
+        <source>OUTPUT</source>
+        <translation>输出</translation>
+    </message>
+    <message>
+        <source>INPUT</source>
+        <translation>输入</translation>
+    </message>
+    <message>
+        <source>BYPASS</source>
+        <translation>旁路</translation>
+    </message>
+    <message>
+        <source>BATTERY</source>
+        <translation>电池</translation>
+    </message>
+    <message>
+        <source>REC/INV</source>
+        <translation>整流/逆变</translation>
+    </message>
+    <message>
+        <source>Configuration</source>
+        <translation>参数设置</translation>
+    </message>
+    <message>
+        <source>Basic parameters</source>
+        <translation>基本参数</translation>
+    </message>
+    <message>
+        <source>Battery parameters</source>
+        <translation>电池参数</translation>
+    </message>
+    <message>
+        <source>Adjusting parameters</source>
+        <translation>校正参数</translation>
+    </message>
+    <message>
+        <source>UPS information</source>
+        <translation>UPS 信息</translation>
+    </message>
+    <message>
+        <source>Parameter</source>
+        <translation>参数</translation>
+    </message>
+    <message>
+        <source>Current settings</source>
+        <translation>当前设置</translation>
+    </message>
+    <message>
+        <source>Range</source>
+        <translation>范围</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>files(*.csv)</source>
+        <translation>文件(*.csv)</translation>
+    </message>
+    <message>
+        <source>The file cannot be written!</source>
+        <translation>文件无法写入!</translation>
+    </message>
+</context>
+<context>
+    <name>tavo_6_20k_View</name>
+    <message>
+        <source>Bus over voltage</source>
+        <translation>母线过压</translation>
+    </message>
+    <message>
+        <source>Bus under voltage</source>
+        <translation>母线欠压</translation>
+    </message>
+    <message>
+        <source>Bus unbalance</source>
+        <translation>母线不平衡</translation>
+    </message>
+    <message>
+        <source>Bus soft start fail</source>
+        <translation>母线软启动失败</translation>
+    </message>
+    <message>
+        <source>Inv soft start fail</source>
+        <translation>逆变软启动失败</translation>
+    </message>
+    <message>
+        <source>Inv over voltage</source>
+        <translation>逆变过压</translation>
+    </message>
+    <message>
+        <source>Inv under voltag</source>
+        <translation>逆变欠压</translation>
+    </message>
+    <message>
+        <source>Forbid inv</source>
+        <translation>禁止逆变</translation>
+    </message>
+    <message>
+        <source>Over temperature</source>
+        <translation>过温</translation>
+    </message>
+    <message>
+        <source>Output shorted</source>
+        <translation>输出短路</translation>
+    </message>
+    <message>
+        <source>Overload</source>
+        <translation>过载</translation>
+    </message>
+    <message>
+        <source>Abnormal negative power </source>
+        <translation>负功率异常</translation>
+    </message>
+    <message>
+        <source>shutdown fault</source>
+        <translation>关机故障</translation>
+    </message>
+    <message>
+        <source>Inconsistentunused parallel software version </source>
+        <translation>并机软件版本不一致</translation>
+    </message>
+    <message>
+        <source>Abnormal synchronous signal </source>
+        <translation>同步信号异常</translation>
+    </message>
+    <message>
+        <source>Abnormal synchronous pulse </source>
+        <translation>同步脉冲异常</translation>
+    </message>
+    <message>
+        <source>Inverter relay short circuit</source>
+        <translation>逆变继电器短路</translation>
+    </message>
+    <message>
+        <source>Bus short</source>
+        <translation>母线短路</translation>
+    </message>
+    <message>
+        <source>CAN communication abnormal</source>
+        <translation>CAN 通信异常</translation>
+    </message>
+    <message>
+        <source>Physical address conflict</source>
+        <translation>物理地址冲突</translation>
+    </message>
+    <message>
+        <source>Parallel UPS type conflict</source>
+        <translation>并机 UPS 机型冲突</translation>
+    </message>
+    <message>
+        <source>Battery number set error</source>
+        <translation>电池节数设置错误</translation>
+    </message>
+    <message>
+        <source>Input SCR soft start fail</source>
+        <translation>输入 SCR 软启动失败</translation>
+    </message>
+    <message>
+        <source>Rectify SCR fault</source>
+        <translation>整流 SCR 故障</translation>
+    </message>
+    <message>
+        <source>Abnormal inverter</source>
+        <translation>逆变异常</translation>
+    </message>
+    <message>
+        <source>Parallel bypass wiring error</source>
+        <translation>并机旁路接线错误</translation>
+    </message>
+    <message>
+        <source>Inverter relay opened</source>
+        <translation>逆变继电器开路</translation>
+    </message>
+    <message>
+        <source>PFC fault</source>
+        <translation>PFC 故障</translation>
+    </message>
+    <message>
+        <source>Abnormal inverter capacitance</source>
+        <translation>逆变电容异常</translation>
+    </message>
+    <message>
+        <source>Fan fault</source>
+        <translation>风扇故障</translation>
+    </message>
+    <message>
+        <source>EPO</source>
+        <translation>紧急关机 (EPO)</translation>
+    </message>
+    <message>
+        <source>Abnormal SPS</source>
+        <translation>辅助电源异常</translation>
+    </message>
+    <message>
+        <source>Reserved 32</source>
+        <translation>保留 32</translation>
+    </message>
+    <message>
+        <source>Reserved 33</source>
+        <translation>保留 33</translation>
+    </message>
+    <message>
+        <source>Reserved 34</source>
+        <translation>保留 34</translation>
+    </message>
+    <message>
+        <source>Reserved 35</source>
+        <translation>保留 35</translation>
+    </message>
+    <message>
+        <source>Reserved 36</source>
+        <translation>保留 36</translation>
+    </message>
+    <message>
+        <source>Reserved 37</source>
+        <translation>保留 37</translation>
+    </message>
+    <message>
+        <source>Reserved 38</source>
+        <translation>保留 38</translation>
+    </message>
+    <message>
+        <source>Reserved 39</source>
+        <translation>保留 39</translation>
+    </message>
+    <message>
+        <source>Reserved 40</source>
+        <translation>保留 40</translation>
+    </message>
+    <message>
+        <source>Reserved 41</source>
+        <translation>保留 41</translation>
+    </message>
+    <message>
+        <source>Reserved 42</source>
+        <translation>保留 42</translation>
+    </message>
+    <message>
+        <source>Reserved 43</source>
+        <translation>保留 43</translation>
+    </message>
+    <message>
+        <source>Reserved 44</source>
+        <translation>保留 44</translation>
+    </message>
+    <message>
+        <source>Reserved 45</source>
+        <translation>保留 45</translation>
+    </message>
+    <message>
+        <source>Reserved 46</source>
+        <translation>保留 46</translation>
+    </message>
+    <message>
+        <source>Reserved 47</source>
+        <translation>保留 47</translation>
+    </message>
+    <message>
+        <source>Abnormal parallel cables</source>
+        <translation>并机线异常</translation>
+    </message>
+    <message>
+        <source>Battery reversed</source>
+        <translation>电池反接</translation>
+    </message>
+    <message>
+        <source>Overload alram</source>
+        <translation>过载告警</translation>
+    </message>
+    <message>
+        <source>Battery disconnected</source>
+        <translation>电池未接</translation>
+    </message>
+    <message>
+        <source>Input over current</source>
+        <translation>输入过流</translation>
+    </message>
+    <message>
+        <source>Battery voltage high</source>
+        <translation>电池电压高</translation>
+    </message>
+    <message>
+        <source>Abnormal boot</source>
+        <translation>开机异常</translation>
+    </message>
+    <message>
+        <source>Charger fault</source>
+        <translation>充电器故障</translation>
+    </message>
+    <message>
+        <source>Abnormal EEPROM</source>
+        <translation>EEPROM 异常</translation>
+    </message>
+    <message>
+        <source>Input over current time out</source>
+        <translation>输入过流超时</translation>
+    </message>
+    <message>
+        <source>Battery voltage low</source>
+        <translation>电池电压低</translation>
+    </message>
+    <message>
+        <source>UPS need maintenance</source>
+        <translation>UPS 需要维护</translation>
+    </message>
+    <message>
+        <source>Abnormal synchronous pulse loss</source>
+        <translation>同步脉冲丢失异常</translation>
+    </message>
+    <message>
+        <source>Abnormal synchronous signal</source>
+        <translation>同步信号异常</translation>
+    </message>
+    <message>
+        <source>Abnormal CAN communicaiton</source>
+        <translation>CAN 通信异常</translation>
+    </message>
+    <message>
+        <source>Bypass volt high</source>
+        <translation>旁路电压高</translation>
+    </message>
+    <message>
+        <source>Bypass fault</source>
+        <translation>旁路故障</translation>
+    </message>
+    <message>
+        <source>Input volt high</source>
+        <translation>输入电压高</translation>
+    </message>
+    <message>
+        <source>Abnormal input frequency</source>
+        <translation>输入频率异常</translation>
+    </message>
+    <message>
+        <source>Bypass frequency over track</source>
+        <translation>旁路频率超跟踪</translation>
+    </message>
+    <message>
+        <source>Over transfer times between bypass and inverter</source>
+        <translation>旁路与逆变间切换次数超限</translation>
+    </message>
+    <message>
+        <source>End of discharge</source>
+        <translation>电池放电终止</translation>
+    </message>
+    <message>
+        <source>Battery test success</source>
+        <translation>电池自检成功</translation>
+    </message>
+    <message>
+        <source>Forbidden startup UPS</source>
+        <translation>禁止 UPS 开机</translation>
+    </message>
+    <message>
+        <source>Battery test fail</source>
+        <translation>电池自检失败</translation>
+    </message>
+    <message>
+        <source>Parallel current unbalance</source>
+        <translation>并机电流不平衡</translation>
+    </message>
+    <message>
+        <source>Abnormal inverter phase lock</source>
+        <translation>逆变锁相异常</translation>
+    </message>
+    <message>
+        <source>Battery maintenance success</source>
+        <translation>电池维护成功</translation>
+    </message>
+    <message>
+        <source>Abnormal battery maintenance</source>
+        <translation>电池维护异常</translation>
+    </message>
+    <message>
+        <source>Input current unbalance</source>
+        <translation>输入电流不平衡</translation>
+    </message>
+    <message>
+        <source>Initial system error</source>
+        <translation>系统初始化错误</translation>
+    </message>
+    <message>
+        <source>Abnormal PFC</source>
+        <translation>PFC 异常</translation>
+    </message>
+    <message>
+        <source>Over transfer times between battery and grid</source>
+        <translation>电池与市电间切换次数超限</translation>
+    </message>
+    <message>
+        <source>Abnormal input</source>
+        <translation>输入异常</translation>
+    </message>
+    <message>
+        <source>Abnormal bypass</source>
+        <translation>旁路异常</translation>
+    </message>
+    <message>
+        <source>Abnormal bypass frequency</source>
+        <translation>旁路频率异常</translation>
+    </message>
+    <message>
+        <source>Inverter and output volt is different</source>
+        <translation>逆变与输出电压不一致</translation>
+    </message>
+    <message>
+        <source>Abnormal battery volt</source>
+        <translation>电池电压异常</translation>
+    </message>
+    <message>
+        <source>Bypass and output volt is different</source>
+        <translation>旁路与输出电压不一致</translation>
+    </message>
+    <message>
+        <source>Abnormal inverter volt</source>
+        <translation>逆变电压异常</translation>
+    </message>
+    <message>
+        <source>Maintenance breaker connected</source>
+        <translation>维修开关闭合</translation>
+    </message>
+    <message>
+        <source>Frequent overheating</source>
+        <translation>频繁过温</translation>
+    </message>
+    <message>
+        <source>Parallel battery number settings are inconsistent</source>
+        <translation>并机电池节数设置不一致</translation>
+    </message>
+    <message>
+        <source>Abnormal battery temperature compensation</source>
+        <translation>电池温度补偿异常</translation>
+    </message>
+    <message>
+        <source>Unstable bypass voltage</source>
+        <translation>旁路电压不稳定</translation>
+    </message>
+    <message>
+        <source>Test mode</source>
+        <translation>测试模式</translation>
+    </message>
+    <message>
+        <source>Frequent overload</source>
+        <translation>频繁过载</translation>
+    </message>
+    <message>
+        <source>Fault and alarm clear</source>
+        <translation>清除故障和告警</translation>
+    </message>
+    <message>
+        <source>Power on</source>
+        <translation>上电</translation>
+    </message>
+    <message>
+        <source>Standby</source>
+        <translation>待机</translation>
+    </message>
+    <message>
+        <source>Bypass</source>
+        <translation>旁路</translation>
+    </message>
+    <message>
+        <source>Online</source>
+        <translation>在线</translation>
+    </message>
+    <message>
+        <source>Battery</source>
+        <translation>电池</translation>
+    </message>
+    <message>
+        <source>Battery test</source>
+        <translation>电池自检</translation>
+    </message>
+    <message>
+        <source>Fault</source>
+        <translation>故障</translation>
+    </message>
+    <message>
+        <source>Frequency conversion</source>
+        <translation>变频</translation>
+    </message>
+    <message>
+        <source>ECO</source>
+        <translation>经济模式 (ECO)</translation>
+    </message>
+    <message>
+        <source>Shutdown</source>
+        <translation>关机</translation>
+    </message>
+    <message>
+        <source>Test</source>
+        <translation>测试</translation>
+    </message>
+    <message>
+        <source>Disconnect</source>
+        <translation>未接</translation>
+    </message>
+    <message>
+        <source>Equalized charge</source>
+        <translation>均充</translation>
+    </message>
+    <message>
+        <source>Float charge</source>
+        <translation>浮充</translation>
+    </message>
+    <message>
+        <source>Discharge</source>
+        <translation>放电</translation>
+    </message>
+    <message>
+        <source>Off</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>Soft start</source>
+        <translation>软启动</translation>
+    </message>
+    <message>
+        <source>Normal run</source>
+        <translation>正常运行</translation>
+    </message>
+    <message>
+        <source>PFC mode</source>
+        <translation>PFC 模式</translation>
+    </message>
+    <message>
+        <source>Battery mode</source>
+        <translation>电池模式</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>无输出</translation>
+    </message>
+    <message>
+        <source>Load on bypass</source>
+        <translation>旁路供电</translation>
+    </message>
+    <message>
+        <source>Load on inverter</source>
+        <translation>逆变供电</translation>
+    </message>
+    <message>
+        <source>Load on other</source>
+        <translation>其他供电</translation>
+    </message>
+    <message>
+        <source>Abnormal</source>
+        <translation>异常</translation>
+    </message>
+    <message>
+        <source>Normal</source>
+        <translation>正常</translation>
+    </message>
+    <message>
+        <source>Stand alone</source>
+        <translation>单机</translation>
+    </message>
+    <message>
+        <source>Parallel operation</source>
+        <translation>并机</translation>
+    </message>
+    <message>
+        <source>Parallels ECO</source>
+        <translation>并机经济模式 (ECO)</translation>
+    </message>
+    <message>
+        <source>Self ageing</source>
+        <translation>自老化</translation>
+    </message>
+    <message>
+        <source>6000</source>
+        <translation>6000</translation>
+    </message>
+    <message>
+        <source>10000</source>
+        <translation>10000</translation>
+    </message>
+    <message>
+        <source>20000</source>
+        <translation>20000</translation>
+    </message>
+    <message>
+        <source>100</source>
+        <translation>100</translation>
+    </message>
+    <message>
+        <source>110</source>
+        <translation>110</translation>
+    </message>
+    <message>
+        <source>120</source>
+        <translation>120</translation>
+    </message>
+    <message>
+        <source>125</source>
+        <translation>125</translation>
+    </message>
+    <message>
+        <source>200</source>
+        <translation>200</translation>
+    </message>
+    <message>
+        <source>208</source>
+        <translation>208</translation>
+    </message>
+    <message>
+        <source>220</source>
+        <translation>220</translation>
+    </message>
+    <message>
+        <source>230</source>
+        <translation>230</translation>
+    </message>
+    <message>
+        <source>240</source>
+        <translation>240</translation>
+    </message>
+    <message>
+        <source>50</source>
+        <translation>50</translation>
+    </message>
+    <message>
+        <source>60</source>
+        <translation>60</translation>
+    </message>
+    <message>
+        <source>Disable</source>
+        <translation>禁用</translation>
+    </message>
+    <message>
+        <source>Enable</source>
+        <translation>启用</translation>
+    </message>
+    <message>
+        <source>1</source>
+        <translation>1</translation>
+    </message>
+    <message>
+        <source>0.9</source>
+        <translation>0.9</translation>
+    </message>
+    <message>
+        <source>Unconnect</source>
+        <translation>未接</translation>
+    </message>
+    <message>
+        <source>Connect</source>
+        <translation>已接</translation>
+    </message>
+    <message>
+        <source>Modbus ascii</source>
+        <translation>Modbus ASCII 协议</translation>
+    </message>
+    <message>
+        <source>Modbus rtu</source>
+        <translation>Modbus RTU 协议</translation>
+    </message>
+    <message>
+        <source>Megatec</source>
+        <translation>Megatec 协议</translation>
+    </message>
+    <message>
+        <source>VRLA battery</source>
+        <translation>铅酸电池 (VRLA)</translation>
+    </message>
+    <message>
+        <source>Lithium battery</source>
+        <translation>锂电池</translation>
+    </message>
+    <message>
+        <source>0.5</source>
+        <translation>0.5</translation>
+    </message>
+    <message>
+        <source>1.0</source>
+        <translation>1.0</translation>
+    </message>
+    <message>
+        <source>2.0</source>
+        <translation>2.0</translation>
+    </message>
+    <message>
+        <source>3.0</source>
+        <translation>3.0</translation>
+    </message>
+    <message>
+        <source>4.0</source>
+        <translation>4.0</translation>
+    </message>
+    <message>
+        <source>5.0</source>
+        <translation>5.0</translation>
+    </message>
+    <message>
+        <source>6.0</source>
+        <translation>6.0</translation>
+    </message>
+    <message>
+        <source>7.0</source>
+        <translation>7.0</translation>
+    </message>
+    <message>
+        <source>8.0</source>
+        <translation>8.0</translation>
+    </message>
+    <message>
+        <source>9.0</source>
+        <translation>9.0</translation>
+    </message>
+    <message>
+        <source>10.0</source>
+        <translation>10.0</translation>
+    </message>
+    <message>
+        <source>11.0</source>
+        <translation>11.0</translation>
+    </message>
+    <message>
+        <source>12.0</source>
+        <translation>12.0</translation>
+    </message>
+    <message>
+        <source>+15</source>
+        <translation>+15</translation>
+    </message>
+    <message>
+        <source>+10</source>
+        <translation>+10</translation>
+    </message>
+    <message>
+        <source>-20</source>
+        <translation>-20</translation>
+    </message>
+    <message>
+        <source>-10</source>
+        <translation>-10</translation>
+    </message>
+    <message>
+        <source>-15</source>
+        <translation>-15</translation>
+    </message>
+    <message>
+        <source>-30</source>
+        <translation>-30</translation>
+    </message>
+    <message>
+        <source>-40</source>
+        <translation>-40</translation>
+    </message>
+    <message>
+        <source>+-5</source>
+        <translation>+-5</translation>
+    </message>
+    <message>
+        <source>+-1</source>
+        <translation>+-1</translation>
+    </message>
+    <message>
+        <source>+-3</source>
+        <translation>+-3</translation>
+    </message>
+    <message>
+        <source>Unlimited</source>
+        <translation>不限</translation>
+    </message>
+    <message>
+        <source>30</source>
+        <translation>30</translation>
+    </message>
+    <message>
+        <source>40</source>
+        <translation>40</translation>
+    </message>
+    <message>
+        <source>70</source>
+        <translation>70</translation>
+    </message>
+    <message>
+        <source>80</source>
+        <translation>80</translation>
+    </message>
+    <message>
+        <source>90</source>
+        <translation>90</translation>
+    </message>
+    <message>
+        <source>Input one phase</source>
+        <translation>单相输入</translation>
+    </message>
+    <message>
+        <source>Input three phase</source>
+        <translation>三相输入</translation>
+    </message>
+    <message>
+        <source>Running time:</source>
+        <translation>运行时间:</translation>
+    </message>
+    <message>
+        <source>Day</source>
+        <translation>天</translation>
+    </message>
+    <message>
+        <source>Working mode:</source>
+        <translation>工作模式:</translation>
+    </message>
+    <message>
+        <source>Modbus decode version:</source>
+        <translation>Modbus 解析版本:</translation>
+    </message>
+    <message>
+        <source>Device Identifier:</source>
+        <translation>设备标识:</translation>
+    </message>
+    <message>
+        <source>Device name:</source>
+        <translation>设备名称:</translation>
+    </message>
+    <message>
+        <source>Device type:</source>
+        <translation>设备型号:</translation>
+    </message>
+    <message>
+        <source>Device manufacturer:</source>
+        <translation>设备厂家:</translation>
+    </message>
+    <message>
+        <source>Firmware version:</source>
+        <translation>固件版本:</translation>
+    </message>
+    <message>
+        <source>Software version:</source>
+        <translation>软件版本:</translation>
+    </message>
+    <message>
+        <source>Serial number:</source>
+        <translation>序列号:</translation>
+    </message>
+    <message>
+        <source>Battery voltage:</source>
+        <translation>电池电压:</translation>
+    </message>
+    <message>
+        <source>V</source>
+        <translation>V</translation>
+    </message>
+    <message>
+        <source>Battery current:</source>
+        <translation>电池电流:</translation>
+    </message>
+    <message>
+        <source>A</source>
+        <translation>A</translation>
+    </message>
+    <message>
+        <source>Battery temperature:</source>
+        <translation>电池温度:</translation>
+    </message>
+    <message>
+        <source>℃</source>
+        <translation>℃</translation>
+    </message>
+    <message>
+        <source>Remaining time:</source>
+        <translation>剩余时间:</translation>
+    </message>
+    <message>
+        <source>Min</source>
+        <translation>分钟</translation>
+    </message>
+    <message>
+        <source>Remaining capacity:</source>
+        <translation>剩余容量:</translation>
+    </message>
+    <message>
+        <source>%</source>
+        <translation>%</translation>
+    </message>
+    <message>
+        <source>Battery status:</source>
+        <translation>电池状态:</translation>
+    </message>
+    <message>
+        <source>Inverter current:</source>
+        <translation>逆变电流:</translation>
+    </message>
+    <message>
+        <source>Inverter temperature:</source>
+        <translation>逆变温度:</translation>
+    </message>
+    <message>
+        <source>Inverter status:</source>
+        <translation>逆变状态:</translation>
+    </message>
+    <message>
+        <source>Rectifier temperature:</source>
+        <translation>整流温度:</translation>
+    </message>
+    <message>
+        <source>Rectifier status:</source>
+        <translation>整流状态:</translation>
+    </message>
+    <message>
+        <source>Input voltage:</source>
+        <translation>输入电压:</translation>
+    </message>
+    <message>
+        <source>Input current:</source>
+        <translation>输入电流:</translation>
+    </message>
+    <message>
+        <source>Input frequency:</source>
+        <translation>输入频率:</translation>
+    </message>
+    <message>
+        <source>Hz</source>
+        <translation>Hz</translation>
+    </message>
+    <message>
+        <source>Input PF:</source>
+        <translation>输入功率因数:</translation>
+    </message>
+    <message>
+        <source>Output voltage:</source>
+        <translation>输出电压:</translation>
+    </message>
+    <message>
+        <source>Output current:</source>
+        <translation>输出电流:</translation>
+    </message>
+    <message>
+        <source>Output frequency:</source>
+        <translation>输出频率:</translation>
+    </message>
+    <message>
+        <source>Output PF:</source>
+        <translation>输出功率因数:</translation>
+    </message>
+    <message>
+        <source>Output apparent power:</source>
+        <translation>输出视在功率:</translation>
+    </message>
+    <message>
+        <source>kVA</source>
+        <translation>kVA</translation>
+    </message>
+    <message>
+        <source>Output active power:</source>
+        <translation>输出有功功率:</translation>
+    </message>
+    <message>
+        <source>kW</source>
+        <translation>kW</translation>
+    </message>
+    <message>
+        <source>Output reactive power:</source>
+        <translation>输出无功功率:</translation>
+    </message>
+    <message>
+        <source>Output load percentage:</source>
+        <translation>输出负载率:</translation>
+    </message>
+    <message>
+        <source>Output load status:</source>
+        <translation>输出状态:</translation>
+    </message>
+    <message>
+        <source>Bypass voltage:</source>
+        <translation>旁路电压:</translation>
+    </message>
+    <message>
+        <source>Bypass current:</source>
+        <translation>旁路电流:</translation>
+    </message>
+    <message>
+        <source>Bypass frequency:</source>
+        <translation>旁路频率:</translation>
+    </message>
+    <message>
+        <source>Bypass PF:</source>
+        <translation>旁路功率因数:</translation>
+    </message>
+    <message>
+        <source>Bypass state:</source>
+        <translation>旁路状态:</translation>
+    </message>
+    <message>
+        <source>System work mode:</source>
+        <translation>系统工作模式:</translation>
+    </message>
+    <message>
+        <source>Cell float voltage:</source>
+        <translation>单体浮充电压:</translation>
+    </message>
+    <message>
+        <source>Cell boost voltage:</source>
+        <translation>单体均充电压:</translation>
+    </message>
+    <message>
+        <source>Cell Eod voltage for 0.6c:</source>
+        <translation>0.6C 单体放电终止电压:</translation>
+    </message>
+    <message>
+        <source>Cell Eod voltage for 0.15c:</source>
+        <translation>0.15C 单体放电终止电压:</translation>
+    </message>
+    <message>
+        <source>Boost cycle:</source>
+        <translation>均充周期:</translation>
+    </message>
+    <message>
+        <source>Hour</source>
+        <translation>小时</translation>
+    </message>
+    <message>
+        <source>Rated power:</source>
+        <translation>额定功率:</translation>
+    </message>
+    <message>
+        <source>VA</source>
+        <translation>VA</translation>
+    </message>
+    <message>
+        <source>Rated input voltage:</source>
+        <translation>额定输入电压:</translation>
+    </message>
+    <message>
+        <source>Rated input frequency:</source>
+        <translation>额定输入频率:</translation>
+    </message>
+    <message>
+        <source>Rated output voltage:</source>
+        <translation>额定输出电压:</translation>
+    </message>
+    <message>
+        <source>Rated output frequency:</source>
+        <translation>额定输出频率:</translation>
+    </message>
+    <message>
+        <source>Derate rate enable:</source>
+        <translation>降额使能:</translation>
+    </message>
+    <message>
+        <source>Rated frequency self-adaption:</source>
+        <translation>额定频率自适应:</translation>
+    </message>
+    <message>
+        <source>Bus restart after over voltage:</source>
+        <translation>母线过压后重启:</translation>
+    </message>
+    <message>
+        <source>Fan fault allow buzzer on:</source>
+        <translation>风扇故障蜂鸣:</translation>
+    </message>
+    <message>
+        <source>Lacking phase work:</source>
+        <translation>缺相工作:</translation>
+    </message>
+    <message>
+        <source>Frequency conversion mode:</source>
+        <translation>变频模式:</translation>
+    </message>
+    <message>
+        <source>Derate output PF:</source>
+        <translation>降额输出功率因数:</translation>
+    </message>
+    <message>
+        <source>Display capacity:</source>
+        <translation>显示容量:</translation>
+    </message>
+    <message>
+        <source>LN connection reverse alarm:</source>
+        <translation>零火线反接告警:</translation>
+    </message>
+    <message>
+        <source>Power-on self-start:</source>
+        <translation>上电自启动:</translation>
+    </message>
+    <message>
+        <source>Enable switch inverter:</source>
+        <translation>允许切换到逆变:</translation>
+    </message>
+    <message>
+        <source>Forbid bypass:</source>
+        <translation>禁止旁路:</translation>
+    </message>
+    <message>
+        <source>EPO function enable:</source>
+        <translation>紧急关机 (EPO) 使能:</translation>
+    </message>
+    <message>
+        <source>Allow reverse input:</source>
+        <translation>允许输入反接:</translation>
+    </message>
+    <message>
+        <source>Output with transformer:</source>
+        <translation>输出带变压器:</translation>
+    </message>
+    <message>
+        <source>Input with generator:</source>
+        <translation>输入接发电机:</translation>
+    </message>
+    <message>
+        <source>LCD backlight lighten time:</source>
+        <translation>LCD 背光时间:</translation>
+    </message>
+    <message>
+        <source>SNMP card communicaiton protocol:</source>
+        <translation>SNMP 卡通信协议:</translation>
+    </message>
+    <message>
+        <source>Transformer coil turns ratio:</source>
+        <translation>变压器匝数比:</translation>
+    </message>
+    <message>
+        <source>Input voltage high alarm point:</source>
+        <translation>输入电压高告警点:</translation>
+    </message>
+    <message>
+        <source>Input voltage low alarm point:</source>
+        <translation>输入电压低告警点:</translation>
+    </message>
+    <message>
+        <source>Input frequency high alarm point:</source>
+        <translation>输入频率高告警点:</translation>
+    </message>
+    <message>
+        <source>Input frequency low alarm point:</source>
+        <translation>输入频率低告警点:</translation>
+    </message>
+    <message>
+        <source>Output voltage high alarm point:</source>
+        <translation>输出电压高告警点:</translation>
+    </message>
+    <message>
+        <source>Output voltage low alarm point:</source>
+        <translation>输出电压低告警点:</translation>
+    </message>
+    <message>
+        <source>Input overvoltage protection point:</source>
+        <translation>输入过压保护点:</translation>
+    </message>
+    <message>
+        <source>Input undervoltage protection point:</source>
+        <translation>输入欠压保护点:</translation>
+    </message>
+    <message>
+        <source>Output overvoltage protection point:</source>
+        <translation>输出过压保护点:</translation>
+    </message>
+    <message>
+        <source>Output undervoltage protection point:</source>
+        <translation>输出欠压保护点:</translation>
+    </message>
+    <message>
+        <source>Battery numbers:</source>
+        <translation>电池节数:</translation>
+    </message>
+    <message>
+        <source>Battery AH:</source>
+        <translation>电池容量 (AH):</translation>
+    </message>
+    <message>
+        <source>AH</source>
+        <translation>AH</translation>
+    </message>
+    <message>
+        <source>Battery auto maintenance cycle:</source>
+        <translation>电池自动维护周期:</translation>
+    </message>
+    <message>
+        <source>Battery auto equalized charge:</source>
+        <translation>电池自动均充:</translation>
+    </message>
+    <message>
+        <source>Battery auto maintenance:</source>
+        <translation>电池自动维护:</translation>
+    </message>
+    <message>
+        <source>Battery low-voltage alarm coefficient:</source>
+        <translation>电池低压告警系数:</translation>
+    </message>
+    <message>
+        <source>Battery type:</source>
+        <translation>电池类型:</translation>
+    </message>
+    <message>
+        <source>Battery maintenance cycle:</source>
+        <translation>电池维护周期:</translation>
+    </message>
+    <message>
+        <source>Output voltage adjust:</source>
+        <translation>输出电压调整:</translation>
+    </message>
+    <message>
+        <source>Frequency track limit:</source>
+        <translation>频率跟踪范围:</translation>
+    </message>
+    <message>
+        <source>Charge current limit:</source>
+        <translation>充电限流:</translation>
+    </message>
+    <message>
+        <source>Boost time limit:</source>
+        <translation>均充时限:</translation>
+    </message>
+    <message>
+        <source>Bypass voltage upper limit:</source>
+        <translation>旁路电压上限:</translation>
+    </message>
+    <message>
+        <source>Bypass voltage lower limit:</source>
+        <translation>旁路电压下限:</translation>
+    </message>
+    <message>
+        <source>Bypass frequency range:</source>
+        <translation>旁路频率范围:</translation>
+    </message>
+    <message>
+        <source>Self ageing current percent:</source>
+        <translation>自老化电流百分比:</translation>
+    </message>
+    <message>
+        <source>Inverter voltage rectification:</source>
+        <translation>逆变电压校正:</translation>
+    </message>
+    <message>
+        <source>Bypass voltage rectification:</source>
+        <translation>旁路电压校正:</translation>
+    </message>
+    <message>
+        <source>Inverter DC voltage rectification:</source>
+        <translation>逆变直流电压校正:</translation>
+    </message>
+    <message>
+        <source>Input Phase A voltage rectification:</source>
+        <translation>输入 A 相电压校正:</translation>
+    </message>
+    <message>
+        <source>Input Phase B voltage rectification:</source>
+        <translation>输入 B 相电压校正:</translation>
+    </message>
+    <message>
+        <source>Input Phase C voltage rectification:</source>
+        <translation>输入 C 相电压校正:</translation>
+    </message>
+    <message>
+        <source>Battery voltage rectification:</source>
+        <translation>电池电压校正:</translation>
+    </message>
+    <message>
+        <source>Input with transformer voltage rectification 1:</source>
+        <translation>输入带变压器电压校正 1:</translation>
+    </message>
+    <message>
+        <source>Input with transformer voltage rectification 2:</source>
+        <translation>输入带变压器电压校正 2:</translation>
+    </message>
+    <message>
+        <source>Output with transformer voltage rectification 1:</source>
+        <translation>输出带变压器电压校正 1:</translation>
+    </message>
+    <message>
+        <source>Output with transformer voltage rectification 2:</source>
+        <translation>输出带变压器电压校正 2:</translation>
+    </message>
+    <message>
+        <source>Parallel device number:</source>
+        <translation>并机台数:</translation>
+    </message>
+    <message>
+        <source>Device address:</source>
+        <translation>设备地址:</translation>
+    </message>
+    <message>
+        <source>Device type select:</source>
+        <translation>机型选择:</translation>
+    </message>
+    <message>
+        <source>UPS maintenance period:</source>
+        <translation>UPS 维护周期:</translation>
+    </message>
+    <message>
+        <source>day</source>
+        <translation>天</translation>
+    </message>
+    <message>
+        <source>Company name:</source>
+        <translation>公司名称:</translation>
+    </message>
+</context>
+</TS>
