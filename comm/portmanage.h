@@ -61,10 +61,10 @@ public slots:
     void timerProc();
 
 private:
-    static bool closeIfIdle(SerialPort &port);
+    static void closeIfIdle(SerialPort &port);
     static void openHid(CommHandle &handle, int vendorId, int productId);
     static void closeHid(CommHandle &handle);
-    SerialPort *findOrCreate(const QString &name, bool *created, bool *closeFirst);
+    SerialPort *findOrCreate(const QString &name, bool *created, bool *tickDue);
     void closeDue();
 
     QMap<QString, CommHandle *> handles; // guarded by mutex

@@ -110,7 +110,7 @@ public:
     bool isHungUp() const { return m_hungUp; }
 
     /** Writes one line to the traffic log. @param direction  1 = received, 0 = sent */
-    void saveLogData(char *data, int len, int direction);
+    void saveLogData(const char *data, int len, int direction);
 
     QMutex *mutex = nullptr; ///< the port's lock; owned, not recursive
     bool inUse = false;      ///< spares the port from the next idle close; guarded by *mutex
@@ -129,10 +129,10 @@ private:
     int descriptor() const;
     bool openFile();
     bool makeRaw();
-    void applyOpenSettings();
+    bool openAsStored(const char *caller);
     void applyTermios();
     void setModemLine(int line, bool on);
-    void noteHangUp(int error);
+    void noteHangUp();
     std::chrono::milliseconds readTimeout() const;
     std::chrono::milliseconds writeTimeout() const;
 

@@ -17,14 +17,17 @@ class TrafficLog
 public:
     enum Direction : int { Sent, Received };
 
-    /** Appends one line to the file at `path`. A file above 5 MiB is then copied to `path` +
+    /** Appends one line to the file at `path`.
+     *  @param direction  a Direction
+     *
+     *  A file above 5 MiB is then copied to `path` +
      *  ".bak.log" and removed, also when the copy fails because a backup exists: intended. */
     void append(const QString &path, const char *data, int length, int direction);
 
 private:
     void formatTime();
     void formatLine(const char *data, int length, int direction);
-    bool appendLine(const QString &path, qint64 *size);
+    qint64 appendLine(const QString &path); // the file's size then
     void report(const QString &path, int error);
 
     QByteArray m_line;

@@ -1,0 +1,90 @@
+#include "trafficlog.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <fcntl.h>
+#include <QDebug>
+#include <QFile>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr qint64 largestLog = 5'242'880;
+constexpr char hexDigits[] = "0123456789abcdef";
+
+} // namespace
+
+void TrafficLog::append(const QString &path, const char *data, int length, int direction)
+{
+    if (path.isEmpty() || !data || length <= 0)
+        return;
+    formatLine(data, length, direction);
+    if (appendLine(path) <= largestLog)
+        return;
+
+    QFile log(path);
+    if (!log.copy(path + QLatin1String(".bak.log")))
+        qDebug() << log.errorString();
+    log.remove();
+}
+
+void TrafficLog::formatTime()
+{
+    timespec now = {};
+    clock_gettime(CLOCK_REALTIME, &now);
+    // The calendar is the dear part, and transfers come many a second.
+    if (now.tv_sec != m_second) {
+        std::tm local = {};
+        localtime_r(&now.tv_sec, &local);
+        m_timeLength = int(std::strftime(m_time, sizeof m_time, "%Y-%m-%d %H:%M:%S.", &local));
+        m_second = now.tv_sec;
+    }
+    m_line.append(m_time, m_timeLength);
+    const int ms = int(now.tv_nsec / 1'000'000);
+    const char digits[] = { char('0' + ms / 100), char('0' + ms / 10 % 10), char('0' + ms % 10),
+                            ' ' };
+    m_line.append(digits, sizeof digits);
+}
+
+void TrafficLog::formatLine(const char *data, int length, int direction)
+{
+    m_line.resize(0);
+    formatTime();
+    m_line.append(direction == Received ? "recv: " : "send: ", 6);
+    const int start = m_line.size();
+    m_line.resize(start + 3 * length + 1);
+    char *out = m_line.data() + start;
+    for (int i = 0; i < length; ++i) {
+        const auto byte = static_cast<unsigned char>(data[i]);
+        *out++ = hexDigits[byte >> 4];
+        *out++ = hexDigits[byte & 15];
+        *out++ = ' ';
+    }
+    *out = '\n';
+}
+
+qint64 TrafficLog::appendLine(const QString &path)
+{
+    const QByteArray name = QFile::encodeName(path);
+    struct stat status = {};
+    const int log = open(name.constData(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666);
+    if (log < 0) {
+        report(path, errno);
+        return stat(name.constData(), &status) == 0 ? qint64(status.st_size) : 0;
+    }
+    // In one piece, so that a line is whole or missing.
+    const ssize_t written = write(log, m_line.constData(), size_t(m_line.size()));
+    report(path, written < 0 ? errno : written < m_line.size() ? ENOSPC : 0);
+    const bool known = fstat(log, &status) == 0;
+    close(log);
+    return known ? qint64(status.st_size) : 0;
+}
+
+void TrafficLog::report(const QString &path, int error)
+{
+    if (error && !m_failed)
+        qWarning("TrafficLog: cannot write %s: %s", qUtf8Printable(path), strerror(error));
+    m_failed = error != 0;
+}
