@@ -19,22 +19,27 @@ constexpr VerbRow verbRows[] = {
 };
 // clang-format on
 
-const char okWord[] = "ok";
-const char errorWord[] = "error";
+constexpr char okWord[] = "ok";
+constexpr char errorWord[] = "error";
+
+QByteArray firstWord(const QByteArray &line)
+{
+    const int blank = line.indexOf(' ');
+    return blank < 0 ? line : line.left(blank);
+}
 
 } // namespace
 
 std::optional<ControlRequest> parseControlRequest(const QByteArray &line)
 {
-    const int blank = line.indexOf(' ');
-    const QByteArray word = line.left(blank);
+    const QByteArray word = firstWord(line);
     for (const VerbRow &row : verbRows) {
-        if (word != row.word || row.hasNumber != (blank >= 0))
+        if (word != row.word || row.hasNumber == (word == line))
             continue;
         if (!row.hasNumber)
             return ControlRequest { row.verb, 0 };
         bool isNumber = false;
-        const int number = line.mid(blank + 1).toInt(&isNumber);
+        const int number = line.mid(word.size() + 1).toInt(&isNumber);
         return isNumber ? std::optional(ControlRequest { row.verb, number }) : std::nullopt;
     }
     return std::nullopt;
@@ -42,12 +47,10 @@ std::optional<ControlRequest> parseControlRequest(const QByteArray &line)
 
 std::optional<ControlReply> parseControlReply(const QByteArray &line)
 {
-    const int blank = line.indexOf(' ');
-    const QByteArray word = line.left(blank);
+    const QByteArray word = firstWord(line);
     if (word != okWord && word != errorWord)
         return std::nullopt;
-    return ControlReply { word == okWord,
-                          blank < 0 ? QString() : QString::fromUtf8(line.mid(blank + 1)) };
+    return ControlReply { word == okWord, QString::fromUtf8(line.mid(word.size() + 1)) };
 }
 
 QByteArray controlLine(const ControlRequest &request)

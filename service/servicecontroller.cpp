@@ -19,7 +19,7 @@ ServiceController::~ServiceController() = default;
 
 bool ServiceController::isInstalled()
 {
-    run({ ServiceAction::Query });
+    carryOut({ ServiceAction::Query });
     if (m_last.error == ServiceError::UnitMissing)
         m_last = {}; // a certain answer, not a failure
     return m_last.installed;
@@ -32,41 +32,41 @@ bool ServiceController::isRunning()
 
 ServiceState ServiceController::state()
 {
-    return run({ ServiceAction::Query }) ? m_last.state : ServiceState::Unknown;
+    return carryOut({ ServiceAction::Query }) ? m_last.state : ServiceState::Unknown;
 }
 
 bool ServiceController::start(const QStringList &arguments)
 {
-    return run({ ServiceAction::Start, 0, arguments });
+    return carryOut({ ServiceAction::Start, 0, arguments });
 }
 
 bool ServiceController::stop()
 {
-    return run({ ServiceAction::Stop });
+    return carryOut({ ServiceAction::Stop });
 }
 
 bool ServiceController::pause()
 {
-    return run({ ServiceAction::Pause });
+    return carryOut({ ServiceAction::Pause });
 }
 
 bool ServiceController::resume()
 {
-    return run({ ServiceAction::Resume });
+    return carryOut({ ServiceAction::Resume });
 }
 
 bool ServiceController::sendCommand(int command)
 {
-    return run({ ServiceAction::Command, command });
+    return carryOut({ ServiceAction::Command, command });
 }
 
 bool ServiceController::reloadManager()
 {
-    return run({ ServiceAction::Reload });
+    return carryOut({ ServiceAction::Reload });
 }
 
 // In a thread of its own: the job needs an event loop, and that of the caller must not turn.
-bool ServiceController::run(const ServiceRequest &request)
+bool ServiceController::carryOut(const ServiceRequest &request)
 {
     ServiceResult result;
     const std::unique_ptr<QThread> thread(QThread::create([&result, request, target = m_target] {

@@ -59,6 +59,9 @@ public:
     /** Makes the manager read the unit files again. */
     bool reloadManager();
 
+    /** What the functions above are short for. */
+    bool carryOut(const ServiceRequest &request);
+
     void request(const ServiceRequest &request);
     void requestStart() { request({ ServiceAction::Start }); }
     void requestStop() { request({ ServiceAction::Stop }); }
@@ -80,7 +83,6 @@ private:
         ServiceRequest request;
     };
 
-    bool run(const ServiceRequest &request);
     void beginNext();
     void conclude(const ServiceResult &result);
 

@@ -105,8 +105,10 @@ ServiceResult ServiceJob::unansweredResult(const ControlOutcome &outcome) const
 {
     if (outcome.reached == ControlOutcome::Reached::TimedOut)
         return failure(ServiceError::TimedOut, m_target.name);
-    const bool asked = wayOf(m_request.action).manager;
-    return asked ? m_managerResult : failure(ServiceError::NotReachable, m_target.name);
+    const bool absent = outcome.reached == ControlOutcome::Reached::No;
+    if (absent && wayOf(m_request.action).manager)
+        return m_managerResult;
+    return failure(ServiceError::NotReachable, m_target.name);
 }
 
 ServiceResult ServiceJob::answeredResult(ControlVerb verb, const ControlReply &reply) const

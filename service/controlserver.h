@@ -1,0 +1,44 @@
+#pragma once
+
+#include "service/controlprotocol.h"
+
+#include <QLocalServer>
+#include <QObject>
+
+#include <functional>
+
+class QLocalSocket;
+
+/**
+ * The service's end of its control socket: answers the requests of a few peers at a time.
+ *
+ * Peers are not trusted with more than a request: a line that is too long or is none, and a
+ * silence longer than the peer's time, end the connection.
+ *
+ * Threads:   the thread it lives in, in which the handler is called.
+ * Ownership: owns its peers; deleting it ends their connections and removes the socket.
+ */
+class ControlServer : public QObject
+{
+    Q_OBJECT
+
+public:
+    using Handler = std::function<ControlReply(const ControlRequest &)>;
+    enum class Outcome { Listening, Taken, Failed };
+
+    explicit ControlServer(Handler handler);
+
+    /** Listens for the same user only. A socket file that nobody listens to is replaced. */
+    [[nodiscard]] Outcome listen(const QString &path);
+
+    QString errorString() const { return m_server.errorString(); }
+
+private:
+    void admitPeers();
+    void admit(QLocalSocket *peer);
+    void takeLines(QLocalSocket *peer);
+
+    Handler m_handler;
+    QLocalServer m_server;
+    int m_peers = 0;
+};

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QStringList>
+
+/** What a service program is asked to do by its command line. */
+enum class SwitchAction {
+    Run, // no switch: run as the service, or ask the manager to
+    Install,
+    Uninstall,
+    Exec,
+    Terminate,
+    Pause,
+    Resume,
+    Command,
+    Version,
+    Help
+};
+
+/** The parts of a command line; when `error` is not empty, nothing else counts. */
+struct ServiceCommandLine
+{
+    SwitchAction action = SwitchAction::Run;
+    bool userScope = false; // "-user"
+    QString account;        // of "-install"; empty: the default
+    int command = 0;        // of "-command"
+    QStringList arguments;  // all after "--": the program's own
+    QString error;
+};
+
+/** @param words  without the program's name */
+ServiceCommandLine parseSwitches(const QStringList &words);
+
+/** What "-help" prints: one line a switch. */
+QString switchHelp(const QString &name);

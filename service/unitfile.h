@@ -1,0 +1,25 @@
+#pragma once
+
+#include "service/servicetypes.h"
+
+#include <QStringList>
+
+#include <chrono>
+
+/** What a unit file says of a service of ours. */
+struct UnitDescription
+{
+    QString name;
+    QString description; // one line for people
+    QString program;     // absolute path, any characters but control characters
+    QStringList arguments;
+    QString account; // empty: the manager's default
+    std::chrono::milliseconds stopLimit { 0 };
+    ServiceScope scope = ServiceScope::System;
+};
+
+/** The text of the unit file: blanks, quotes, '%', '$' and '\' reach the program unchanged. */
+QString unitFileText(const UnitDescription &unit);
+
+/** True when unitFileText() wrote it, so that it may be replaced or removed. */
+bool isOwnUnitFile(const QString &text);

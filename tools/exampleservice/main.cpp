@@ -1,0 +1,25 @@
+#include "exampleservice.h"
+
+#include <QStringList>
+
+namespace {
+
+// "name=NAME" among the arguments after "--", so that it reaches an installed service as well.
+QString nameIn(int argc, char **argv)
+{
+    constexpr QLatin1String option("name=");
+    for (int i = 1; i < argc; ++i) {
+        const QString word = QString::fromLocal8Bit(argv[i]);
+        if (word.startsWith(option))
+            return word.mid(option.size());
+    }
+    return QStringLiteral("TesselServer");
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    ExampleService service(argc, argv, nameIn(argc, argv));
+    return service.exec();
+}
