@@ -13,3 +13,17 @@ tavo_add_test(devhost
   SOURCES support/hostprocess.cpp support/hostprocess.h
   ENVIRONMENT "DEVHOST=$<TARGET_FILE:devhost>;FIXTURES=${CMAKE_CURRENT_BINARY_DIR}/fixtures")
 add_dependencies(tst_devhost devhost ${fixture_targets})
+
+# The window in the test's own process, offscreen and once in a real X server.
+tavo_add_test(hostwindow
+  LIBRARIES tavo_devhost
+  ENVIRONMENT "FIXTURES=${CMAKE_CURRENT_BINARY_DIR}/fixtures")
+add_dependencies(tst_hostwindow devhost_fakeclient)
+find_program(XVFB_RUN xvfb-run REQUIRED)
+add_test(NAME hostwindow_x11
+  COMMAND ${XVFB_RUN} -a -s "-screen 0 1280x800x24" $<TARGET_FILE:tst_hostwindow>)
+file(MAKE_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/run/hostwindow_x11)
+set_tests_properties(hostwindow_x11 PROPERTIES
+  TIMEOUT 300
+  WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/run/hostwindow_x11
+  ENVIRONMENT "QT_QPA_PLATFORM=xcb;FIXTURES=${CMAKE_CURRENT_BINARY_DIR}/fixtures")

@@ -2,11 +2,55 @@
 
 #include "plugin/collectview.h"
 
+#include <QBoxLayout>
 #include <QCoreApplication>
+#include <QPushButton>
 #include <QSettings>
+#include <QTabWidget>
 
 namespace {
+
 constexpr int EventCount = 96;
+
+/** Shows what the host gives it on its button. */
+class FakeView : public CollectView
+{
+public:
+    FakeView()
+        : m_button(new QPushButton)
+    {
+        m_button->setObjectName(QStringLiteral("battery_test"));
+        connect(m_button, &QPushButton::clicked, this, [this] { control(1003, QString()); });
+        auto *empty = new QWidget;
+        empty->setObjectName(QStringLiteral("SecondTable"));
+        auto *tabs = new QTabWidget;
+        tabs->addTab(m_button, QStringLiteral("1"));
+        tabs->addTab(empty, QStringLiteral("2"));
+        auto *column = new QVBoxLayout(this);
+        column->addWidget(tabs);
+    }
+
+    void flushData(QMap<int, QVariant> d) override
+    {
+        CollectView::flushData(d);
+        m_button->setText(QStringLiteral("%1 %2 %3 %4")
+                              .arg(d.first().toString())
+                              .arg(userLevel)
+                              .arg(language)
+                              .arg(deviceInformation.value(QStringLiteral("key")).toString()));
+    }
+
+private:
+    QPushButton *m_button;
+};
+
+} // namespace
+
+tavoClient::~tavoClient()
+{
+    requestInterruption();
+    wait();
+    delete m_view;
 }
 
 QMap<QString, QVariant> tavoClient::common() const
@@ -28,6 +72,7 @@ int tavoClient::control(int id, QString value)
     } else if (id == 3) {
         type = 2007;
         const QMap<int, QVariant> data { { parts.value(0).toInt(), parts.value(1).toFloat() } };
+        flushUpsInfo(QStringLiteral("key"), QStringLiteral("information"));
         map[QStringLiteral("data")] = QVariant::fromValue(data);
     } else if (id != 1) {
         type = 1042;
@@ -56,6 +101,16 @@ QStringList tavoClient::getEventLogDesc()
                      .arg(i % EventCount)
                      .arg(i < EventCount ? QStringLiteral("here") : QStringLiteral("gone"));
     return texts;
+}
+
+CollectView *tavoClient::getView()
+{
+    if (m_view)
+        return m_view;
+    m_view = new FakeView;
+    connect(m_view, &CollectView::postDEvent, this, &CollectThread::postDEvent);
+    m_view->setName(deviceName);
+    return m_view;
 }
 
 void tavoClient::loadConfig()

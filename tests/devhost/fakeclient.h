@@ -10,7 +10,7 @@
  *     3 "4105=270.5"  a report with that value
  *     other           a history result that names the command
  *
- * The first cycle posts 1040 and 2001. Threads and Ownership as for CollectThread.
+ * The first cycle posts 1040 and 2001. Its view has two tabs and a button that asks for 1003. Threads and Ownership as for CollectThread.
  */
 class tavoClient : public CollectThread
 {
@@ -18,16 +18,12 @@ class tavoClient : public CollectThread
     Q_PLUGIN_METADATA(IID "com.orva.Qt.ProInterface")
 
 public:
-    ~tavoClient() override
-    {
-        requestInterruption();
-        wait();
-    }
-
+    ~tavoClient() override;
     int control(int id, QString value) override;
     QStringList getDataLogDesc() override;
     QStringList changeLogData(QMap<int, QVariant> data) override;
     QStringList getEventLogDesc() override;
+    CollectView *getView() override;
     void loadConfig() override;
     CollectThread *create(void *handle) override;
     void poll() override;
@@ -39,4 +35,5 @@ private:
     QMap<QString, QVariant> common() const;
 
     bool m_polled = false;
+    CollectView *m_view = nullptr;
 };

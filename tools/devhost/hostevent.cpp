@@ -1,5 +1,6 @@
 #include "hostevent.h"
 
+#include <QCoreApplication>
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -16,15 +17,15 @@ struct TypeName
 
 // clang-format off
 constexpr TypeName typeNames[] = {
-    { ParameterRequest,      "parameter request" },
-    { CommunicationRestored, "communication restored" },
-    { CommunicationLost,     "communication lost" },
-    { HistoryResult,         "history result" },
-    { StateChanged,          "state changed" },
-    { EventFlagChanged,      "event" },
-    { DataReport,            "report" },
-    { InputFlagChanged,      "abnormal input" },
-    { BatteryFlagChanged,    "battery voltage low" },
+    { ParameterRequest,      QT_TRANSLATE_NOOP("HostEvent", "parameter request") },
+    { CommunicationRestored, QT_TRANSLATE_NOOP("HostEvent", "communication restored") },
+    { CommunicationLost,     QT_TRANSLATE_NOOP("HostEvent", "communication lost") },
+    { HistoryResult,         QT_TRANSLATE_NOOP("HostEvent", "history result") },
+    { StateChanged,          QT_TRANSLATE_NOOP("HostEvent", "state changed") },
+    { EventFlagChanged,      QT_TRANSLATE_NOOP("HostEvent", "event") },
+    { DataReport,            QT_TRANSLATE_NOOP("HostEvent", "report") },
+    { InputFlagChanged,      QT_TRANSLATE_NOOP("HostEvent", "abnormal input") },
+    { BatteryFlagChanged,    QT_TRANSLATE_NOOP("HostEvent", "battery voltage low") },
 };
 
 constexpr const char *kindNames[] = { "appear", "disappear", "lost", "restored", "result" };
@@ -93,7 +94,7 @@ QString eventName(int type)
 {
     for (const TypeName &row : typeNames)
         if (row.type == type)
-            return QString::fromLatin1(row.text);
+            return QCoreApplication::translate("HostEvent", row.text);
     return QStringLiteral("event %1").arg(type);
 }
 

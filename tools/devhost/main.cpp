@@ -1,6 +1,8 @@
 #include "commandinput.h"
 #include "devicehost.h"
+#include "hostgui.h"
 #include "hostoptions.h"
+#include "languages.h"
 #include "pluginfile.h"
 #include "rundirectory.h"
 #include "signalwatch.h"
@@ -20,38 +22,74 @@ int fail(ExitCode code, const QString &text)
     return int(code);
 }
 
-int run(const HostOptions &options)
+/** How a run ended; `arguments` are those of a new start, or empty. */
+struct Ending
+{
+    int code = 0;
+    QStringList arguments;
+};
+
+void connectEnds(DeviceHost &host, SignalWatch &signalWatch, double duration)
+{
+    const auto finish = [](int code) { QCoreApplication::exit(code); };
+    const auto finishWell = [] { QCoreApplication::exit(int(ExitCode::Ok)); };
+    QObject::connect(&signalWatch, &SignalWatch::caught, &host, finishWell);
+    // Queued: the end may be asked for before the event loop runs.
+    QObject::connect(&host, &DeviceHost::finished, &host, finish, Qt::QueuedConnection);
+    if (duration > 0)
+        QTimer::singleShot(int(qMin(duration * 1000, 2e9)), &host, finishWell);
+}
+
+/** Turns the code of the event loop into the program's. */
+int conclude(int code, const HostOptions &options, const DeviceHost &host)
+{
+    if (code == int(ExitCode::Output))
+        return fail(ExitCode::Output, QStringLiteral("standard output cannot be written"));
+    if (code == int(ExitCode::Ok) && options.requireOnline && !host.allWereOnline())
+        return fail(ExitCode::Offline, QStringLiteral("a device was never reached"));
+    return code;
+}
+
+Ending run(const HostOptions &options, bool window)
 {
     const QString file = options.plugin.isEmpty()
         ? defaultPlugin(RunDirectory::originalBinDirectory())
         : options.plugin;
     const LoadedPlugin plugin = loadPlugin(file);
     if (!plugin.factory)
-        return fail(ExitCode::Plugin, plugin.error);
+        return { fail(ExitCode::Plugin, plugin.error), {} };
+    for (const QString &missing : installCatalogues(options.language, file))
+        qWarning("%s", qUtf8Printable(missing));
 
     SignalWatch signalWatch;
-    CommandInput input(STDIN_FILENO);
     DeviceHost host(options, *plugin.factory);
-    const auto finish = [](int code) { QCoreApplication::exit(code); };
-    QObject::connect(&signalWatch, &SignalWatch::caught, &host,
-                     [finish] { finish(int(ExitCode::Ok)); });
+    connectEnds(host, signalWatch, options.duration);
+    CommandInput input(STDIN_FILENO);
     QObject::connect(&input, &CommandInput::line, &host, &DeviceHost::command);
-    // Queued: the end may be asked for before the event loop runs.
-    QObject::connect(&host, &DeviceHost::finished, &host, finish, Qt::QueuedConnection);
-
-    const DeviceHost::Failure failure = host.open();
+    DeviceHost::Failure failure = host.open();
+    std::unique_ptr<HostGui> gui;
+    if (window && failure.code == ExitCode::Ok) {
+        gui = std::make_unique<HostGui>(options, host);
+        QObject::connect(gui.get(), &HostGui::finished, &host, &DeviceHost::finished);
+        failure = gui->open();
+    }
     if (failure.code != ExitCode::Ok)
-        return fail(failure.code, failure.text);
-    if (options.duration > 0)
-        QTimer::singleShot(int(qMin(options.duration * 1000, 2e9)), &host,
-                           [finish] { finish(int(ExitCode::Ok)); });
+        return { fail(failure.code, failure.text), {} };
     host.start();
     const int code = QCoreApplication::exec();
-    if (code == int(ExitCode::Output))
-        return fail(ExitCode::Output, QStringLiteral("standard output cannot be written"));
-    if (code == int(ExitCode::Ok) && options.requireOnline && !host.allWereOnline())
-        return fail(ExitCode::Offline, QStringLiteral("a device was never reached"));
-    return code;
+    if (code == HostGui::Restart)
+        return { code, gui->restartArguments(QCoreApplication::arguments()) };
+    return { conclude(code, options, host), {} };
+}
+
+/** Makes the application object that the run needs. */
+std::unique_ptr<QCoreApplication> createApplication(int &argc, char **argv, bool window)
+{
+    if (!window)
+        return std::make_unique<QCoreApplication>(argc, argv);
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    return std::make_unique<QApplication>(argc, argv);
 }
 
 } // namespace
@@ -71,14 +109,20 @@ int main(int argc, char **argv)
             return fail(parsed.code, parsed.message);
         options = parsed.options;
     }
+    const bool window = HostGui::isWanted(options);
+    if (window && !HostGui::preparePlatform(options))
+        return fail(ExitCode::Display, QStringLiteral("--gui: there is no display"));
     if (!RunDirectory::isActive())
         return fail(ExitCode::RunDirectory, RunDirectory::enter(argv, options.driverDirectory));
 
-    int code = 0;
+    Ending ending;
     {
-        const QCoreApplication application(argc, argv);
-        code = run(options);
+        const std::unique_ptr<QCoreApplication> application = createApplication(argc, argv, window);
+        ending = run(options, window);
     }
+    QString error;
+    if (!ending.arguments.isEmpty())
+        error = RunDirectory::restart(ending.arguments);
     RunDirectory::remove();
-    return code;
+    return error.isEmpty() ? ending.code : fail(ExitCode::RunDirectory, error);
 }

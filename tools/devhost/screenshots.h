@@ -1,0 +1,53 @@
+#pragma once
+
+#include "hostdevice.h"
+
+#include <QList>
+#include <QPointer>
+#include <QTimer>
+
+class QTabWidget;
+class QWidget;
+
+/**
+ * Saves a picture of the window for each tab of a view, tabs within tabs included.
+ *
+ * It starts some time after the device's first report, and gives up when none comes.
+ *
+ * Threads: GUI thread only.
+ */
+class Screenshots : public QObject
+{
+    Q_OBJECT
+
+public:
+    /** @param file    "DIR/NAME.png" gives DIR/NAME-overview.png and so on
+     *  @param delayMs time from the first report to the first picture */
+    Screenshots(const QString &file, int delayMs, QWidget &window, QWidget &view,
+                HostDevice &device);
+
+signals:
+    /** @param error  why there are no (more) pictures; empty when all are saved */
+    void finished(const QString &error);
+
+private:
+    /** One picture: the tabs to choose, from the outside to the inside. */
+    struct Shot
+    {
+        QString name;
+        QList<QPair<QTabWidget *, int>> tabs;
+    };
+
+    void take(const HostEvent &event);
+    void collect(QTabWidget &tabs, const Shot &outer);
+    void prepareNext();
+    void save();
+
+    QString m_file;
+    int m_delayMs;
+    QWidget &m_window;
+    QWidget &m_view;
+    QTimer m_patience;
+    QList<Shot> m_shots;
+    bool m_started = false;
+};
