@@ -164,8 +164,10 @@ unsigned long SerialPort::lineStatus()
     if (!isOpen() || ioctl(descriptor(), TIOCMGET, &lines) != 0)
         return 0;
     unsigned long status = 0;
-    for (const LineBit &bit : lineBits)
-        status |= lines & bit.modem ? bit.status : 0;
+    for (const LineBit &bit : lineBits) {
+        if (lines & bit.modem)
+            status |= bit.status;
+    }
     return status;
 }
 
