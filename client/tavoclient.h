@@ -1,8 +1,39 @@
 #pragma once
 
+#include "activitygate.h"
+#include "comm/stopsource.h"
+#include "commandqueue.h"
+#include "cyclesettings.h"
+#include "devicelink.h"
+#include "driverbinding.h"
+#include "historyexport.h"
 #include "plugin/collectthread.h"
+#include "statusreport.h"
 
-/** The acquisition client of one UPS. */
+#include <QPointer>
+
+class QProcess;
+class tavoView;
+struct LinkStep;
+
+/** Takes one decoded value from the driver.
+ *  @param context  address of a pointer to the client, as given to the driver's "Query" */
+extern "C" Q_DECL_EXPORT void tavoDataProce(int id, float value, void *context);
+
+/**
+ * The acquisition client of one UPS: polls it through the protocol driver and reports to the host.
+ *
+ * Driver binding, transport, link state, flags, commands and history are classes and functions of
+ * their own; the client joins them to a cycle and keeps what the host binds to.
+ *
+ * Threads:   a cycle runs in run()'s thread, or in the thread that calls poll(); one at a time.
+ *            The other operations say theirs. Settings are guarded by the base's `mutex`, which
+ *            is never held across a call out; a cycle works on the copy it took at its start.
+ * Ownership: owns driver library, socket, view and command queue; borrows the port manager.
+ * Errors:    nothing throws; without a driver every query fails, which the host sees as "lost".
+ *            Deleting a client that polls ends its waits at once and takes as long as the driver
+ *            call that is under way.
+ */
 class tavoClient : public CollectThread
 {
     Q_OBJECT
@@ -10,4 +41,117 @@ class tavoClient : public CollectThread
 
 public:
     explicit tavoClient(CollectThread *parent = nullptr);
+    ~tavoClient() override;
+
+    // Texts of tavoFont; any thread.
+    QStringList getDataLogDesc() override;
+    QStringList changeLogData(QMap<int, QVariant> data) override;
+    QStringList getEventLogDesc() override;
+
+    /** The device's view, made by the first call and refreshed by each. GUI thread.
+     *  Ownership: the client's. */
+    CollectView *getView() override;
+
+    /** Reads "param.ini" and "dev.ini" and opens the device's port. Host's thread; waits for the
+     *  port while another client uses it.
+     *  Errors: missing files and keys read as defaults; what is wrong in a file is logged. */
+    void loadConfig() override;
+
+    /** Makes a client with `handle`, a `PortManage *`, as its port manager; null stands for the
+     *  process's own. Host's thread. Ownership: the caller's. */
+    CollectThread *create(void *handle) override;
+
+    using CollectThread::release;
+    /** Stops `client` and has it deleted by its thread's event loop; any thread. A client whose
+     *  driver does not return within a second is deleted once it has. Null is passed over. */
+    void release(tavoClient *client);
+
+    /** Runs one cycle when the interval (s) has passed or a command waits, else returns at once;
+     *  so it does while another thread polls. The host's thread; blocks for the whole cycle. */
+    void poll() override;
+
+    /** Names the port and its settings text and has the port manager open it anew. Any thread;
+     *  a cycle that runs goes on with the old port. */
+    void setPort(QString portName, QString settings);
+
+    /** Sets the device address on the line. Any thread; counts from the next cycle. */
+    void setDevId(int address);
+
+    /** Repairs a text whose UTF-8 bytes were read as Latin-1. */
+    QString utfToChina(QString text);
+
+    /** Loads the driver; while nobody polls.
+     *  @return false when there is none */
+    bool LoadDriver();
+
+    /** Unloads the driver; while nobody polls.
+     *  @return true */
+    bool FreeDriver();
+
+    /** Stores the latest value of a data identifier. Polling thread. */
+    void parseData(int id, float value);
+
+    /** Tells the host of changed flags and of all data. Polling thread; ends a cycle. */
+    void reportData();
+
+    /** Carries out queued commands, at most 201 of them. Polling thread; blocks.
+     *  @return 1 */
+    int check_set_command();
+
+    /** Translates the words of an exported history. Polling thread. */
+    void initHistoryInfo();
+
+    /** Turns "./history.txt" into comma-separated text at `path` and empties it.
+     *  Polling thread; see exportHistory(). */
+    void exportHistoryInfo(QString path);
+
+public slots:
+    /** Queues a command for the next cycle; any number is taken. Any thread.
+     *  @return 1 */
+    int control(int id, QString value) override;
+
+protected:
+    /** The polling thread: a cycle every 100 ms, or back to back when cycles take longer. */
+    void run() override;
+
+    /** Puts a deletion off that would have to wait for the driver. */
+    bool event(QEvent *event) override;
+
+private slots:
+    /** One cycle. Polling thread. */
+    void threadTimer();
+
+private:
+    void requestStop();
+    void pollIfDue();
+    CycleSettings settings();
+    void followLink(const CycleSettings &current, bool answered, QVariantMap map);
+    void postLinkChange(const LinkStep &step, const QVariantMap &map);
+    void reopenPort();
+    void report(const CycleSettings &current);
+    void updateDeviceInformation(const CycleSettings &current);
+    int drainCommands(const CycleSettings &current);
+    void carryOut(const ControlCmd &command, const CycleSettings &current);
+    void finishDownload(const ControlCmd &command, int outcome, const QString &name);
+
+    QString m_portName;     // guarded by mutex
+    QString m_languageFlag; // "1" or "0", kept for the host; guarded by mutex
+    CommandQueue m_commands;
+    int m_portReopened = 0;      // guarded by mutex
+    int m_address = 1;           // guarded by mutex
+    QString m_portSettings;      // guarded by mutex
+    int m_communicationType = 0; // guarded by mutex
+    bool m_keepPort = false;     // true: a lost port is not opened anew; nothing sets it
+    unsigned m_idleCycles = 0;   // cycles since a command waited, for debugging; polling thread
+    qint64 m_lastPollTime = 0;   // s since the epoch; polling thread
+    tavoClient *m_self = this;   // what the driver's context points to
+    DataStore m_data;            // polling thread
+    TimeText m_time;             // polling thread
+    HistoryWords m_historyWords; // polling thread
+    QPointer<tavoView> m_view;   // GUI thread
+    QProcess *m_helper;          // a child
+    StopSource m_stop;
+    ActivityGate m_gate; // entered by the thread that polls
+    DriverBinding m_driver;
+    DeviceLink m_link; // polling thread
 };

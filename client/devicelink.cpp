@@ -1,0 +1,114 @@
+#include "devicelink.h"
+
+#include "comm/commio.h"
+#include "comm/portlock.h"
+#include "comm/portmanage.h"
+#include "comm/stopsource.h"
+#include "comm/tcpconnect.h"
+
+#include <QAbstractEventDispatcher>
+#include <QTcpSocket>
+#include <QThread>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto pauseBeforeConnect = 5s;
+constexpr auto connectTimeout = 30s;
+constexpr qint64 socketBufferSize = 1024;
+
+} // namespace
+
+DeviceLink::DeviceLink(const DriverBinding &driver, DataCallback callback, void *context)
+    : m_driver(driver)
+    , m_callback(callback)
+    , m_context(context)
+{
+}
+
+DeviceLink::~DeviceLink()
+{
+    dropSocket();
+}
+
+void DeviceLink::prepare(const CycleSettings &settings)
+{
+    if (settings.communicationType != tcpCommunication)
+        return;
+    // A host that polls from changing threads: a socket works in one thread only.
+    if (m_socket && m_socket->thread() != QThread::currentThread())
+        dropSocket();
+    if (!m_socket) {
+        m_socket = new QTcpSocket;
+        m_socket->setReadBufferSize(socketBufferSize);
+    }
+    if (!isPeer(settings))
+        m_socket->abort();
+    if (m_socket->state() != QAbstractSocket::UnconnectedState
+        && m_socket->state() != QAbstractSocket::ClosingState)
+        return;
+    if (StopSource::waitFor(-1, 0, pauseBeforeConnect) == StopSource::Wait::Stopped)
+        return;
+    m_peerAddress = settings.ipAddress;
+    m_peerPort = settings.tcpPort;
+    // Without a connection the query that follows fails, which is all there is to do about it.
+    if (!connectToPeer(*m_socket, m_peerAddress, quint16(m_peerPort), connectTimeout))
+        m_socket->abort();
+}
+
+int DeviceLink::query(const CycleSettings &settings)
+{
+    const auto call = [&](const PortDescriptor &port) {
+        return m_driver.query(port, settings.address, m_callback, m_context);
+    };
+    if (settings.communicationType != 0)
+        return call(socketDescriptor());
+    return m_driver.hasQuery() ? callOnPort(settings, call) : 0;
+}
+
+int DeviceLink::control(const CycleSettings &settings, CommandText &command)
+{
+    const auto call = [&](const PortDescriptor &port) {
+        return m_driver.control(port, settings.address, command.data(), m_context);
+    };
+    if (settings.communicationType != 0)
+        return call(socketDescriptor());
+    return m_driver.hasControl() ? callOnPort(settings, call) : 0;
+}
+
+void DeviceLink::dropSocket()
+{
+    if (!m_socket)
+        return;
+    // The thread of a host that called poll() may still run: its event loop, or its end, deletes
+    // the socket there. A thread without one never watched the socket.
+    QThread *home = m_socket->thread();
+    if (home != QThread::currentThread() && QAbstractEventDispatcher::instance(home))
+        m_socket->deleteLater();
+    else
+        delete m_socket;
+    m_socket = nullptr;
+}
+
+int DeviceLink::callOnPort(const CycleSettings &settings,
+                           const std::function<int(const PortDescriptor &)> &call)
+{
+    SerialPort *port = settings.ports->getPortHandle(settings.portName);
+    if (!port)
+        return 0;
+    const PortLock lock(*port);
+    if (!lock)
+        return 0;
+    return call({ static_cast<QIODevice *>(port), CommRead, CommWrite });
+}
+
+PortDescriptor DeviceLink::socketDescriptor() const
+{
+    return { static_cast<QIODevice *>(m_socket), TcpCommRead, TcpCommWrite };
+}
+
+bool DeviceLink::isPeer(const CycleSettings &settings) const
+{
+    return settings.ipAddress == m_peerAddress && settings.tcpPort == m_peerPort;
+}

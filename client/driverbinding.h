@@ -1,0 +1,52 @@
+#pragma once
+
+#include "comm/driverapi.h"
+
+#include <QLibrary>
+
+#include <memory>
+
+/**
+ * The protocol driver of one client: a library loaded at run time and its two entry points.
+ *
+ * Apart from the client so that a missing driver, or a missing entry, is one object's concern and
+ * reads as a failed call everywhere else.
+ *
+ * Threads:   load() and unload() while no call is under way; query() and control() in the polling
+ *            thread only, where they block as long as the driver does.
+ * Ownership: owns the library; port descriptors stay the caller's.
+ * Errors:    reported in the debug log where they happen; a call that cannot be made returns 0.
+ */
+class DriverBinding
+{
+public:
+    DriverBinding() = default;
+    ~DriverBinding() { unload(); }
+    DriverBinding(const DriverBinding &) = delete;
+    DriverBinding &operator=(const DriverBinding &) = delete;
+
+    /** Loads the driver by its bare name, unless it is loaded; a missing entry is no failure.
+     *  @return false when there is no such library, or the file is none */
+    bool load();
+
+    /** Unloads the driver; without one nothing happens. */
+    void unload();
+
+    bool hasQuery() const { return m_query; }
+    bool hasControl() const { return m_control; }
+
+    /** Has the driver read all data of the device at `address`.
+     *  @param context  handed to `callback` with every value
+     *  @return non-zero when the device answered; 0 also without the entry or without a device */
+    int query(PortDescriptor port, int address, DataCallback callback, void *context) const;
+
+    /** Has the driver carry out one command.
+     *  @param command  zero-terminated, 50 bytes that the driver may write to
+     *  @return the driver's result; 0 also without the entry or without a device */
+    int control(PortDescriptor port, int address, char *command, void *context) const;
+
+private:
+    std::unique_ptr<QLibrary> m_library;
+    QueryFunction m_query = nullptr;
+    ControlFunction m_control = nullptr;
+};

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QMap>
+#include <QString>
+#include <QStringList>
+
+/** The translated words of an exported history. */
+struct HistoryWords
+{
+    QMap<int, QString> statuses;
+    QMap<int, QString> modes;
+    QMap<int, QString> contents;
+    QStringList titles;
+};
+
+/** Converts the driver's history file `source` to comma-separated text at `target` and empties it.
+ *
+ *  Works through the file piece by piece: memory does not grow with it. The target is written
+ *  whole or keeps what it had; where it can only be written in place (no room for a second file
+ *  beside it), it ends at a whole line. A calling thread whose StopSource asks leaves both files
+ *  as they are.
+ *
+ *  Threads: one export at a time for a source; reads and writes files, some seconds for millions
+ *           of records.
+ *  Errors:  a missing source reads as an empty one; a target that cannot be opened is passed over
+ *           in silence; a failure after that is logged. The source is emptied in all of them.
+ *  @param target  path; when empty, nothing is written */
+void exportHistory(const HistoryWords &words, const QString &source, const QString &target);

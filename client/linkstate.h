@@ -1,0 +1,18 @@
+#pragma once
+
+/** The communication state as the host knows it; the numbers are contract. */
+enum LinkState { LinkUnknown = -1, LinkUp = 0, LinkLost = 1 };
+
+/** What one query's outcome does to the link. */
+struct LinkStep
+{
+    int state;         ///< the state after it
+    int failCount;     ///< the failed queries after it
+    bool restored;     ///< the link came up, the first time included
+    bool lost;         ///< the link was lost
+    bool limitReached; ///< the query failed with the retries used up
+};
+
+/** Follows the link by one query.
+ *  @param retries  failed queries until the link counts as lost */
+LinkStep nextLink(int state, int failCount, bool answered, int retries);
