@@ -113,9 +113,9 @@ extern "C" __attribute__((visibility("default"))) int Query(PortDescriptor *port
     for (int i = 0; i < eventCount; ++i)
         callback(firstEvent + i, events[i], context);
     for (const SettingRow &row : settingRows)
-        deliver(row.registers, settings + row.registers.id - firstSetting, receiver);
+        deliver(row.registers, settings + (row.registers.id - firstSetting), receiver);
     for (const RegisterRow &row : measurementRows)
-        deliver(row, measurements + row.id - firstMeasurement, receiver);
+        deliver(row, measurements + (row.id - firstMeasurement), receiver);
     return 1;
 }
 
