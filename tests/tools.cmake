@@ -1,7 +1,5 @@
 if(TAVO_TOOLS)
   tavo_add_test(upssim LIBRARIES tavo_upssim)
-endif()
-if(TAVO_TOOLS AND EXISTS ${PROJECT_SOURCE_DIR}/comm/commio.cpp)
   tavo_add_test(sampledriver LIBRARIES tavo_comm LABELS threads
     SOURCES support/upssimprocess.cpp support/upssimprocess.h)
   target_compile_definitions(tst_sampledriver PRIVATE UPSSIM_FILE="$<TARGET_FILE:upssim>")

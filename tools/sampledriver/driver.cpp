@@ -20,7 +20,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto queryTime = 8000ms;
-constexpr auto commandTime = 5000ms;
+constexpr auto commandTime = 6000ms;
 constexpr auto downloadTime = 120000ms; // 4000 records at 9600 baud take about a minute
 
 /** Where a query's values go. */

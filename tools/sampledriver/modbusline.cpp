@@ -133,9 +133,14 @@ Outcome ModbusLine::write(int address, const std::uint16_t *values, int count)
 
 Outcome ModbusLine::exchange(const Request &request, Reply &reply)
 {
-    for (int attempt = 0; attempt < attempts && Clock::now() < m_deadline; ++attempt) {
+    for (int attempt = 0; attempt < attempts; ++attempt) {
         if (takeSuspect(m_port.device))
             drain();
+        // Nothing may go out whose reply nobody waits for.
+        if (Clock::now() + replyTimeout > m_deadline) {
+            suspect(m_port.device);
+            return Outcome::NoAnswer;
+        }
         reply = Reply();
         unsigned char frame[sizeof request.frame];
         std::memcpy(frame, request.frame, sizeof frame);
@@ -154,7 +159,7 @@ Outcome ModbusLine::exchange(const Request &request, Reply &reply)
 
 Outcome ModbusLine::collect(const Request &request, Reply &reply)
 {
-    const auto deadline = std::min(Clock::now() + replyTimeout, m_deadline);
+    const auto deadline = Clock::now() + replyTimeout;
     while (Clock::now() < deadline && receive(reply)) {
         const Outcome outcome = reply.find(request);
         if (outcome != Outcome::NoAnswer)
