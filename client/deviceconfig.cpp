@@ -1,6 +1,7 @@
 #include "deviceconfig.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QSettings>
 
 #include <limits>
@@ -16,6 +17,7 @@ struct NumberRow
     int highest;
 };
 
+constexpr int lowestInt = std::numeric_limits<int>::min();
 constexpr int highestInt = std::numeric_limits<int>::max();
 
 // clang-format off
@@ -39,7 +41,7 @@ public:
     {
         if (m_settings.status() == QSettings::AccessError)
             report(QStringLiteral("cannot be read, defaults are used"));
-        else if (m_settings.status() == QSettings::FormatError)
+        else if (m_settings.status() == QSettings::FormatError || isBinary())
             report(QStringLiteral("is no proper INI file"));
     }
 
@@ -53,12 +55,13 @@ public:
 
     int number(const QString &key, int standard)
     {
-        const QVariant value = m_settings.value(key, standard);
         bool isNumber = false;
-        const int result = value.toInt(&isNumber);
-        if (!isNumber)
-            report(QStringLiteral("%1=%2 is no number, 0 is used").arg(key, text(key, {})));
-        return result;
+        // In 64 bits: QVariant::toInt() cuts what does not fit an int.
+        const qint64 value = m_settings.value(key, standard).toLongLong(&isNumber);
+        if (isNumber && value >= lowestInt && value <= highestInt)
+            return int(value);
+        report(QStringLiteral("%1=%2 is no number, 0 is used").arg(key, text(key, {})));
+        return 0;
     }
 
     void report(const QString &problem)
@@ -67,6 +70,15 @@ public:
     }
 
 private:
+    // QSettings makes keys of almost anything, other encodings and executables included.
+    bool isBinary() const
+    {
+        QFile file(m_settings.fileName());
+        return file.open(QIODevice::ReadOnly) && file.read(lookedAt).contains('\0');
+    }
+
+    static constexpr int lookedAt = 4096; // bytes at the start of the file
+
     QSettings m_settings;
     QStringList &m_problems;
 };

@@ -79,6 +79,7 @@ public:
         , m_modes(encoded(words.modes))
         , m_contents(encoded(words.contents))
     {
+        m_lines.reserve(2 * pieceSize);
         for (const QString &title : words.titles)
             appendField(title.toLocal8Bit());
         m_lines += '\n';
@@ -98,15 +99,9 @@ public:
         m_lines += '\n';
     }
 
-    int size() const { return m_lines.size(); }
-
-    // The lines since the last call.
-    QByteArray take()
-    {
-        QByteArray lines;
-        lines.swap(m_lines);
-        return lines;
-    }
+    // The lines since the last clear().
+    const QByteArray &lines() const { return m_lines; }
+    void clear() { m_lines.resize(0); } // and keep the memory
 
 private:
     void appendField(const QByteArray &text) { m_lines.append(text).append(','); }
@@ -124,7 +119,7 @@ private:
     QByteArray m_lines;
 };
 
-// False when the source could not be read to its end.
+// Leaves the last lines to the caller; false when the source could not be read to its end.
 bool convert(QFile &source, Csv &csv, Target &target)
 {
     HistoryLine line;
@@ -137,12 +132,13 @@ bool convert(QFile &source, Csv &csv, Target &target)
             if (const auto record = line.feed(piece.at(int(i))))
                 csv.append(*record);
         }
-        if (csv.size() >= pieceSize)
-            target.write(csv.take());
+        if (csv.lines().size() < pieceSize)
+            continue;
+        target.write(csv.lines());
+        csv.clear();
     }
     if (const auto record = line.finish())
         csv.append(*record);
-    target.write(csv.take());
     return got == 0;
 }
 
@@ -159,7 +155,7 @@ void writeTarget(const HistoryWords &words, const QString &sourcePath, const QSt
             qWarning() << "exportHistoryInfo" << sourcePath << source.errorString();
         return;
     }
-    target.write(csv.take());
+    target.write(csv.lines());
     if (!target.commit())
         qWarning() << "exportHistoryInfo" << path << target.errorString();
 }

@@ -1,0 +1,27 @@
+// A protocol driver without a protocol: it does what the test says.
+#include "fakedriver.h"
+
+#define EXPORTED extern "C" __attribute__((visibility("default")))
+
+FakeDriver *fakeDriver()
+{
+    static FakeDriver driver;
+    return &driver;
+}
+
+#ifndef WITHOUT_QUERY
+EXPORTED int Query(PortDescriptor *port, int address, DataCallback callback, void *context)
+{
+    const auto action = fakeDriver()->query();
+    const auto deliver = [=](int id, float value) { callback(id, value, context); };
+    return action ? action(*port, address, deliver) : 1;
+}
+#endif
+
+#ifndef WITHOUT_CONTROL
+EXPORTED int Control(PortDescriptor *port, int, char *command, void *)
+{
+    const auto action = fakeDriver()->control();
+    return action ? action(*port, command) : 1;
+}
+#endif

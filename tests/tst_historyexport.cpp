@@ -1,0 +1,223 @@
+#include "client/historytexts.h"
+#include "client/tavoclient.h"
+#include "warningguard.h"
+
+#include <QBuffer>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <csignal>
+#include <sys/resource.h>
+
+/** The history export against a plain conversion of whole lines, written for this test. */
+class tst_HistoryExport : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup() { QCOMPARE(m_guard->unexpected(), QStringList()); }
+    void againstReference_data();
+    void againstReference();
+    void randomBytes();
+    void everyCode();
+    void targets();
+    void missingSource();
+    void millionRecords();
+
+private:
+    static bool write(const QString &path, const QByteArray &content);
+    static QByteArray read(const QString &path);
+    static QByteArray reference(QByteArray source);
+    QByteArray exported(const QByteArray &source);
+
+    std::unique_ptr<QTemporaryDir> m_directory;
+    std::unique_ptr<WarningGuard> m_guard;
+    tavoClient m_client;
+};
+
+void tst_HistoryExport::init()
+{
+    m_directory = std::make_unique<QTemporaryDir>();
+    QVERIFY(QDir::setCurrent(m_directory->path()));
+    m_guard = std::make_unique<WarningGuard>();
+}
+
+bool tst_HistoryExport::write(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+}
+
+QByteArray tst_HistoryExport::read(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(cannot be read)");
+}
+
+template <size_t N> static QString word(const HistoryTextRow (&rows)[N], const QString &code)
+{
+    for (const HistoryTextRow &row : rows) {
+        if (row.code == code.toLongLong())
+            return QString::fromUtf8(row.text);
+    }
+    return {};
+}
+
+QByteArray tst_HistoryExport::reference(QByteArray source)
+{
+    QString out = QStringLiteral("ID,Content,Status,Time,History mode,\n");
+    QBuffer buffer(&source);
+    buffer.open(QIODevice::ReadOnly | QIODevice::Text);
+    while (!buffer.atEnd()) {
+        const QByteArray line = buffer.readLine();
+        const QStringList f = QString::fromLatin1(line.constData()).split(QLatin1Char(' '));
+        if (f.size() < 7)
+            continue;
+        const quint32 seconds = quint32(f[5].toUShort()) << 16 | f[4].toUShort();
+        const QTime clock = QTime(0, 0).addSecs(int(seconds % 86400));
+        out += QString::number(f[0].toLongLong(), 16) + ',' + word(historyContentRows, f[1]) + ','
+            + word(historyStatusRows, f[2]) + ',' + QString::number(f[3].toLongLong()) + ':'
+            + clock.toString(QStringLiteral("hh:mm:ss")) + ',' + word(historyModeRows, f[6])
+            + ",\n";
+    }
+    return out.toLocal8Bit();
+}
+
+// Exports `source` and returns the target; checks that the source was emptied.
+QByteArray tst_HistoryExport::exported(const QByteArray &source)
+{
+    if (!write("history.txt", source) || !write("out.csv", {}))
+        return "(cannot be written)";
+    m_client.exportHistoryInfo("out.csv");
+    return read("history.txt").isEmpty() ? read("out.csv") : "(source not emptied)";
+}
+
+void tst_HistoryExport::againstReference_data()
+{
+    QTest::addColumn<QByteArray>("source");
+    const QByteArray good = "26 112 1 3 3725 0 4\n";
+    QTest::newRow("example") << good;
+    QTest::newRow("wraps at midnight") << QByteArray("1 16 0 0 24464 1 1\n");
+    QTest::newRow("latest time") << QByteArray("1 16 0 0 65535 65535 1\n");
+    QTest::newRow("no last line end") << good + good.chopped(1);
+    QTest::newRow("carriage returns") << QByteArray("26 112 1 3 3725 0 4\r\n2\r7 99 0 0 0 0 5\r\n");
+    QTest::newRow("six fields") << QByteArray("1 2 3 4 5 6\n\n \n") + good;
+    QTest::newRow("eight fields") << QByteArray("1 64 1 2 3 4 5 6 7\n");
+    QTest::newRow("empty fields") << QByteArray("1  1 2  0 5\n      \n");
+    QTest::newRow("no numbers") << QByteArray("x 1x x1 0x10 1.5 1e3 -\n");
+    QTest::newRow("signs and spaces") << QByteArray("-26 +112 1\t \v3 -5 +7 \xa0"
+                                                    "4\x85\n+ - +-1 1- 0 0 0\n");
+    QTest::newRow("past 16 bits") << QByteArray("1 16 1 1 65536 99999 1\n");
+    QTest::newRow("past 32 bits") << QByteArray(
+        "4294967322 4294967312 4294967297 3000000000 1 1 4294967297\n");
+    QTest::newRow("edge of 64 bits")
+        << QByteArray("9223372036854775807 1 1 -9223372036854775808 1 1 1\n"
+                      "9223372036854775808 1 1 -9223372036854775809 1 1 1\n");
+    QTest::newRow("past 64 bits") << QByteArray(
+        "99999999999999999999 1 18446744073709551617 1 1 1 1\n");
+    QTest::newRow("leading zeros") << QByteArray(5000, '0') + good;
+    QTest::newRow("zero byte") << QByteArray("1 16 1 1 1 1 1\0 2 2\n", 20) + good;
+    QTest::newRow("zero byte too early") << QByteArray("1 16 1 1\0 1 1 1\n", 17) + good;
+    QTest::newRow("megabyte without end") << QByteArray(1 << 20, '7');
+    QTest::newRow("megabyte of blanks") << QByteArray(1 << 20, ' ') + '\n' + good;
+    QTest::newRow("megabyte in the eighth field")
+        << "1 16 1 1 1 1 1 " + QByteArray(1 << 20, 'x') + '\n' + good;
+}
+
+void tst_HistoryExport::againstReference()
+{
+    QFETCH(QByteArray, source);
+    QCOMPARE(exported(source), reference(source));
+}
+
+void tst_HistoryExport::randomBytes()
+{
+    auto *random = QRandomGenerator::global();
+    const QByteArray usual = "0123456789    \n\n-+\r\t";
+    for (int round = 0; round < 50; ++round) {
+        QByteArray source;
+        while (source.size() < 20000) {
+            const bool odd = random->bounded(50) == 0;
+            source += odd ? char(random->bounded(256)) : usual.at(random->bounded(usual.size()));
+        }
+        const QByteArray expected = reference(source);
+        QVERIFY2(exported(source) == expected, source.toHex());
+    }
+}
+
+void tst_HistoryExport::everyCode()
+{
+    QByteArray source;
+    for (int code = 0; code < 200; ++code)
+        source += "1 " + QByteArray::number(code) + " 2 0 0 0 " + QByteArray::number(code) + '\n';
+    const QList<QByteArray> lines = exported(source).split('\n');
+    for (int code = 0; code < 200; ++code) {
+        const QList<QByteArray> fields = lines.at(code + 1).split(',');
+        QCOMPARE(!fields.at(1).isEmpty(), (code >= 16 && code < 56) || (code >= 64 && code < 128));
+        QVERIFY(fields.at(2).isEmpty());
+        QCOMPARE(!fields.at(4).isEmpty(), code < 12);
+    }
+}
+
+void tst_HistoryExport::targets()
+{
+    const QByteArray source = "26 112 1 3 3725 0 4\n";
+    QVERIFY(QDir().mkdir("directory"));
+    for (const QString path : { "", "directory", "missing/out.csv" }) {
+        QVERIFY(write("history.txt", source));
+        m_client.exportHistoryInfo(path);
+        QVERIFY2(read("history.txt").isEmpty(), qPrintable(path));
+    }
+    QCOMPARE(m_guard->unexpected(), QStringList());
+
+    // A disk that is full in the middle: the old target stays, and the log tells.
+    m_guard->expect("exportHistoryInfo.*out.csv");
+    QVERIFY(write("history.txt", source.repeated(100000)) && write("out.csv", "old"));
+    rlimit before {};
+    QCOMPARE(getrlimit(RLIMIT_FSIZE, &before), 0);
+    const rlimit small { 100000, before.rlim_max };
+    const auto handler = signal(SIGXFSZ, SIG_IGN);
+    QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
+    m_client.exportHistoryInfo("out.csv");
+    QCOMPARE(setrlimit(RLIMIT_FSIZE, &before), 0);
+    signal(SIGXFSZ, handler);
+    QCOMPARE(read("out.csv"), QByteArray("old"));
+    QVERIFY(read("history.txt").isEmpty());
+    QVERIFY(m_guard->messages().join(' ').contains("out.csv"));
+    QCOMPARE(QDir().entryList(QDir::Files).size(), 2); // nothing half-written is left over
+}
+
+void tst_HistoryExport::missingSource()
+{
+    m_client.exportHistoryInfo("out.csv");
+    QCOMPARE(read("out.csv"), reference({}));
+    QVERIFY(QFile::exists("history.txt"));
+}
+
+void tst_HistoryExport::millionRecords()
+{
+    const QByteArray piece = QByteArray("26 112 1 3 3725 0 4\n").repeated(1000);
+    QFile source("history.txt");
+    QVERIFY(source.open(QIODevice::WriteOnly));
+    for (int i = 0; i < 1000; ++i)
+        QCOMPARE(source.write(piece), piece.size());
+    source.close();
+    rusage before {};
+    rusage after {};
+    getrusage(RUSAGE_SELF, &before);
+    m_client.exportHistoryInfo("out.csv");
+    getrusage(RUSAGE_SELF, &after);
+    const QByteArray line = "1a,The Start Time,Appear,3:01:02:05,grid mode,\n";
+    const qint64 header = reference({}).size();
+    QCOMPARE(QFileInfo("out.csv").size(), header + 1000000 * qint64(line.size()));
+#ifndef __SANITIZE_ADDRESS__ // which keeps freed memory
+    // The peak, in KiB, hardly moves: the 60 MB of text are never in memory.
+    QVERIFY2(after.ru_maxrss - before.ru_maxrss < 8 * 1024,
+             qPrintable(QString::number(after.ru_maxrss - before.ru_maxrss)));
+#endif
+}
+
+QTEST_MAIN(tst_HistoryExport)
+#include "tst_historyexport.moc"
