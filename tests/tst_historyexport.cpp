@@ -17,7 +17,7 @@ class tst_HistoryExport : public QObject
 
 private slots:
     void init();
-    void cleanup() { QCOMPARE(m_guard->unexpected(), QStringList()); }
+    void cleanup();
     void againstReference_data();
     void againstReference();
     void randomBytes();
@@ -42,6 +42,13 @@ void tst_HistoryExport::init()
     m_directory = std::make_unique<QTemporaryDir>();
     QVERIFY(QDir::setCurrent(m_directory->path()));
     m_guard = std::make_unique<WarningGuard>();
+}
+
+void tst_HistoryExport::cleanup()
+{
+    const QStringList unexpected = m_guard->unexpected();
+    m_guard.reset();
+    QCOMPARE(unexpected, QStringList());
 }
 
 bool tst_HistoryExport::write(const QString &path, const QByteArray &content)
