@@ -82,7 +82,12 @@ DeviceHost::DeviceHost(const HostOptions &options, CollectThread &factory)
 {
 }
 
-DeviceHost::~DeviceHost() = default;
+DeviceHost::~DeviceHost()
+{
+    // All at once: each may take a moment.
+    for (const auto &device : m_devices)
+        device->release();
+}
 
 DeviceHost::Failure DeviceHost::open()
 {

@@ -3,7 +3,12 @@
 #include "plugin/collectthread.h"
 #include "plugin/collectview.h"
 
-#include <QCoreApplication>
+#include <QEventLoop>
+#include <QTimer>
+
+namespace {
+constexpr int ReleaseMs = 10000;
+}
 
 HostDevice::HostDevice(const DeviceSpec &spec, CollectThread &factory)
     : m_spec(spec)
@@ -13,17 +18,30 @@ HostDevice::HostDevice(const DeviceSpec &spec, CollectThread &factory)
 
 HostDevice::~HostDevice()
 {
-    if (m_poller)
-        m_poller->requestStop();
-    m_poller.reset();
-    if (!m_client)
+    release();
+    if (m_client) {
+        // A client that is busy with its line goes once that has returned.
+        QEventLoop loop;
+        connect(m_client, &QObject::destroyed, &loop, &QEventLoop::quit);
+        QTimer::singleShot(ReleaseMs, &loop, &QEventLoop::quit);
+        loop.exec();
+    }
+    if (m_client)
+        qWarning("the client of %s did not end", qUtf8Printable(name()));
+}
+
+void HostDevice::release()
+{
+    if (!m_client || m_released)
         return;
+    m_released = true;
     m_client->disconnect(this);
-    // The contract's release() may have scheduled or done the deletion, or nothing at all.
+    if (m_poller)
+        m_poller->stop();
+    // The contract's release() may schedule or do the deletion, or nothing at all.
     m_factory.release(m_client);
     if (m_client)
         m_client->deleteLater();
-    QCoreApplication::sendPostedEvents(m_client, QEvent::DeferredDelete);
 }
 
 bool HostDevice::create()

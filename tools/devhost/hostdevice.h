@@ -16,7 +16,7 @@ class CollectView;
  * One device of the host: the client that the plug-in made for it, and what the host knows of it.
  *
  * Threads:   main thread; the client's events arrive queued.
- * Ownership: owns the client from create() to the destructor. The plug-in's object is not owned.
+ * Ownership: owns the client from create() to release(). The plug-in's object is not owned.
  */
 class HostDevice : public QObject
 {
@@ -29,6 +29,10 @@ public:
     /** Has the plug-in make the client and read its configuration, which must be written.
      *  @return false when the plug-in made none */
     bool create();
+
+    /** Begins to give the client back; the destructor waits for it. Once; the device is of no use
+     *  afterwards. */
+    void release();
 
     enum class Drive { Thread, Poll };
     void start(Drive drive);
@@ -67,4 +71,5 @@ private:
     QMap<int, bool> m_alarms; // the flags that are present, by number
     int m_state = -1;
     bool m_wasOnline = false;
+    bool m_released = false;
 };

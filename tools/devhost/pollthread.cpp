@@ -4,7 +4,8 @@
 
 namespace {
 constexpr unsigned long PauseMs = 100;
-}
+constexpr unsigned long StopMs = 300;
+} // namespace
 
 PollThread::PollThread(CollectThread &client)
     : m_client(client)
@@ -13,15 +14,18 @@ PollThread::PollThread(CollectThread &client)
 
 PollThread::~PollThread()
 {
-    requestStop();
+    stop();
     wait();
 }
 
-void PollThread::requestStop()
+void PollThread::stop()
 {
-    const QMutexLocker lock(&m_mutex);
-    m_stop = true;
-    m_wake.wakeAll();
+    {
+        const QMutexLocker lock(&m_mutex);
+        m_stop = true;
+        m_wake.wakeAll();
+    }
+    wait(StopMs);
 }
 
 void PollThread::run()

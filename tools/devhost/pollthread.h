@@ -13,7 +13,7 @@ class CollectThread;
  * devices nor the window may wait for it.
  *
  * Threads:   made, stopped and deleted in the main thread.
- * Ownership: the client stays the caller's and must outlive the thread.
+ * Ownership: the client stays the caller's; it must live until stop() has returned.
  */
 class PollThread : public QThread
 {
@@ -23,8 +23,11 @@ public:
     explicit PollThread(CollectThread &client);
     ~PollThread() override;
 
-    /** Asks for the end; a poll under way goes on. */
-    void requestStop();
+    /** Asks for the end and waits a moment for it.
+     *
+     *  A poll that still goes on after that is deep inside the client: releasing the client then is
+     *  what makes it return, and the destructor waits for that. */
+    void stop();
 
 protected:
     void run() override;
