@@ -231,14 +231,18 @@ void DeviceHost::print(HostDevice &device, const HostEvent &event)
 
 void DeviceHost::printReport(HostDevice &device, const HostEvent &event)
 {
+    // A client's thread reports up to ten times a second: nobody reads that.
+    PrintedReport &last = m_printed[device.name()];
+    if (last.age.isValid() && last.age.elapsed() < 1000 * m_options.interval)
+        return;
+    last.age.start();
     const QStringList titles = device.dataTitles();
     const QStringList row = device.dataRow(event.data());
-    const QStringList before = m_lastRows.value(device.name());
-    m_lastRows.insert(device.name(), row);
     QStringList changes;
     for (int i = 0; i < qMin(titles.size(), row.size()); ++i)
-        if (before.value(i) != row.at(i))
+        if (last.row.value(i) != row.at(i))
             changes << titles.at(i) + QLatin1Char(' ') + row.at(i);
+    last.row = row;
     writeOut(eventText(event, {}).toUtf8() + wrapped(changes));
 }
 

@@ -4,6 +4,7 @@
 #include "hostdevice.h"
 #include "linewriter.h"
 
+#include <QElapsedTimer>
 #include <QObject>
 
 #include <memory>
@@ -69,6 +70,13 @@ private:
     void log(HostDevice &device, const HostEvent &event);
     void writeLog(LineWriter &log, const QStringList &fields);
     void writeOut(const QByteArray &line);
+    /** The report of a device that was shown as text last. */
+    struct PrintedReport
+    {
+        QStringList row;
+        QElapsedTimer age;
+    };
+
     HostDevice *device(const QString &name) const;
     QStringList names() const;
 
@@ -76,7 +84,7 @@ private:
     CollectThread &m_factory;
     std::vector<std::unique_ptr<HostDevice>> m_devices;
     QList<HostCommand> m_commands;
-    QMap<QString, QStringList> m_lastRows; // by device: the report as printed last
+    QMap<QString, PrintedReport> m_printed; // by device
     LineWriter m_out;
     LineWriter m_eventLog;
     LineWriter m_dataLog;

@@ -56,18 +56,11 @@ QJsonValue jsonValue(const QVariant &value)
     return object;
 }
 
-QString plainValue(const QVariant &value)
-{
-    if (value.userType() == qMetaTypeId<DataMap>())
-        return QStringLiteral("%1 values").arg(value.value<DataMap>().size());
-    return value.toString();
-}
-
-/** Entries that say nothing new beside the name and the time of the line. */
+/** Entries that say nothing new beside the name, the time and the type of the line. */
 bool isShownElsewhere(const QString &key)
 {
     return key == QLatin1String("name") || key == QLatin1String("timeStr")
-        || key == QLatin1String("protocol");
+        || key == QLatin1String("protocol") || key == QLatin1String("port");
 }
 
 } // namespace
@@ -122,9 +115,11 @@ QString eventText(const HostEvent &event, const QStringList &eventTexts)
                        .arg(eventName(event.type));
     if (event.type == EventFlagChanged)
         return line + QStringLiteral(": ") + flagText(event, eventTexts);
+    if (event.type == DataReport)
+        return line + QStringLiteral(": %1 values").arg(event.data().size());
     QStringList parts;
     for (auto it = event.map.constBegin(); it != event.map.constEnd(); ++it)
         if (!isShownElsewhere(it.key()))
-            parts << it.key() + QLatin1Char('=') + plainValue(it.value());
+            parts << it.key() + QLatin1Char('=') + it.value().toString();
     return line + QStringLiteral(": ") + parts.join(QLatin1String(", "));
 }

@@ -20,13 +20,14 @@ struct OptionRow
 constexpr OptionRow optionRows[] = {
     { "plugin",           Needs::Value,   "FILE",  "The plug-in; default: ../lib beside this program, then where it is installed.", "" },
     { "device",           Needs::Value,   "SPEC",  "A device, repeatable: name=N,port=PORT[,addr=1][,settings=9600,n,8,1][,timeout=1000] or name=N,tcp=HOST[:502][,addr=1].", "" },
-    { "interval",         Needs::Value,   "S",     "Seconds between two polls of a device.", "1" },
+    { "interval",         Needs::Value,   "S",     "Seconds between two polls of a device, and between two reports of it in the text.", "1" },
     { "retries",          Needs::Value,   "N",     "Failed polls until a device counts as lost.", "5" },
     { "poll",             Needs::Nothing, "",      "Call poll() of the clients instead of starting them as threads.", "" },
     { "driver-dir",       Needs::Value,   "DIR",   "Where the driver library is; wins over ../lib and LD_LIBRARY_PATH.", "" },
     { "duration",         Needs::Value,   "S",     "End after S seconds.", "0" },
     { "require-online",   Needs::Nothing, "",      "Fail at the end when a device was never reached.", "" },
     { "json",             Needs::Nothing, "",      "Print one JSON object a line instead of text.", "" },
+    { "quiet",            Needs::Nothing, "",      "Keep the debug lines of the plug-in off standard error.", "" },
     { "send",             Needs::Value,   "CMD",   "Send a command once the clients run, repeatable: \"NAME ID [VALUE]\"; \"5 NAME ID\" or \"@5 NAME ID\" waits 5 s.", "" },
     { "event-log",        Needs::Value,   "FILE",  "Append the events to a CSV file.", "" },
     { "data-log",         Needs::Value,   "FILE",  "Append a row for each report to a CSV file.", "" },
@@ -228,6 +229,7 @@ HostOptions readValues(const QCommandLineParser &parser, NumberReader &reader)
     options.retries = reader.whole("retries", 1, 1000);
     options.userLevel = reader.whole("user-level", 0, 9);
     options.json = parser.isSet(label("json"));
+    options.quiet = parser.isSet(label("quiet"));
     options.poll = parser.isSet(label("poll"));
     options.gui = parser.isSet(label("gui"));
     options.headless = parser.isSet(label("headless"));

@@ -40,6 +40,7 @@ struct HostOptions
     int retries = 5;
     int userLevel = 1;
     bool json = false;
+    bool quiet = false;
     bool poll = false;
     bool gui = false;
     bool headless = false;

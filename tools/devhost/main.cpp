@@ -9,6 +9,7 @@
 
 #include <QApplication>
 #include <QFileInfo>
+#include <QLoggingCategory>
 #include <QTimer>
 
 #include <cstdio>
@@ -52,6 +53,8 @@ int conclude(int code, const HostOptions &options, const DeviceHost &host)
 
 Ending run(const HostOptions &options, bool window)
 {
+    if (options.quiet)
+        QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
     const QString file = options.plugin.isEmpty()
         ? defaultPlugin(RunDirectory::originalBinDirectory())
         : options.plugin;
