@@ -87,6 +87,7 @@ DeviceHost::~DeviceHost()
     // All at once: each may take a moment.
     for (const auto &device : m_devices)
         device->release();
+    m_devices.clear();
 }
 
 DeviceHost::Failure DeviceHost::open()

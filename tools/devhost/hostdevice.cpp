@@ -75,7 +75,7 @@ void HostDevice::start(Drive drive)
 
 bool HostDevice::control(int id, const QString &value)
 {
-    return m_client->control(id, value) != 0;
+    return !m_released && m_client->control(id, value) != 0;
 }
 
 QStringList HostDevice::dataRow(const DataMap &data)
@@ -96,6 +96,8 @@ EventMap HostDevice::information() const
 
 void HostDevice::take(int type, QMap<QString, QVariant> map)
 {
+    if (m_released)
+        return; // it was on its way while the device was given back
     const HostEvent event { type, map, QDateTime::currentDateTime() };
     follow(event);
     emit posted(event);

@@ -4,6 +4,7 @@
 #include <QPoint>
 #include <QPointer>
 
+class QMouseEvent;
 class QWidget;
 
 /** Lets the user drag windows without a frame that carry the property "canMove". An event filter
@@ -18,6 +19,8 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    void take(QWidget &window, const QMouseEvent &press);
+
     QPointer<QWidget> m_window; // dragged now
     QPoint m_grip;              // where it was taken, from its corner
 };
