@@ -30,7 +30,7 @@ file(MAKE_DIRECTORY ${drivers}/changing)
 tavo_test_driver(driverbinding ${drivers}/changing)
 target_compile_definitions(tst_driverbinding PRIVATE DRIVERS="${drivers}")
 
-foreach(name tavoclient)
+foreach(name tavoclient clientthreads)
   tavo_add_test(${name} LIBRARIES tavo_client tavo_view LABELS threads)
   tavo_test_driver(${name} ${drivers}/complete)
 endforeach()
