@@ -328,5 +328,5 @@ void tst_ClientThreads::peerWhileThreadEnds()
     QVERIFY(host.wait());
 }
 
-QTEST_MAIN(tst_ClientThreads)
+QTEST_GUILESS_MAIN(tst_ClientThreads)
 #include "tst_clientthreads.moc"

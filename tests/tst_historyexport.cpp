@@ -226,5 +226,5 @@ void tst_HistoryExport::millionRecords()
 #endif
 }
 
-QTEST_MAIN(tst_HistoryExport)
+QTEST_GUILESS_MAIN(tst_HistoryExport)
 #include "tst_historyexport.moc"
