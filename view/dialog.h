@@ -78,7 +78,7 @@ private:
     QComboBox *m_optionBox = nullptr;
     QPushButton *m_okButton;
     QPushButton *m_cancelButton;
-    QTimer m_closeTimer;
+    QTimer m_closeTimer { this };
     ParameterInformation *m_record = nullptr;
     QString m_recordName;
     int m_mode = ValuePage; // 0 free value, 1 option

@@ -60,7 +60,7 @@ private:
     EnergyViewFlags m_viewFlags;
     LabelWidths m_labelWidths {};
     EnergyScene m_scene;
-    float m_dashOffset = 0; // in pen widths, 0 down to -1000
-    QTimer m_timer;         // runs while the diagram is shown
+    float m_dashOffset = 0;  // in pen widths, 0 down to -1000
+    QTimer m_timer { this }; // runs while the diagram is shown
     QHash<QString, TintedImage> m_images;
 };

@@ -26,8 +26,8 @@ protected:
 private:
     void advance();
 
-    int m_step = 0; // phase, 0 to 11
-    QTimer m_timer; // runs as long as the widget lives: hiding only stops the painting
+    int m_step = 0;          // phase, 0 to 11
+    QTimer m_timer { this }; // runs as long as the widget lives: hiding only stops the painting
     int m_width = 0;
     int m_height = 0;
 };

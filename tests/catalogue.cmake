@@ -1,0 +1,12 @@
+# Updates a copy of the catalogue and fails when that changes it, or when a text is untranslated.
+file(COPY ${SOURCE_DIR}/translations/${CATALOGUE} DESTINATION ${WORK_DIR})
+execute_process(COMMAND ${LUPDATE} -silent -locations none ${SOURCE_DIR}/client ${SOURCE_DIR}/view
+  -ts ${WORK_DIR}/${CATALOGUE} RESULT_VARIABLE failed)
+if(failed)
+  message(FATAL_ERROR "lupdate failed")
+endif()
+file(STRINGS ${WORK_DIR}/${CATALOGUE} open_texts
+  REGEX "type=\"(unfinished|obsolete|vanished)\"" ENCODING UTF-8)
+if(open_texts)
+  message(FATAL_ERROR "not translated, or no longer in the sources:\n${open_texts}")
+endif()

@@ -1,0 +1,17 @@
+tavo_add_test(viewdata LIBRARIES tavo_view)
+tavo_add_test(dialog LIBRARIES tavo_view)
+tavo_add_test(energyline LIBRARIES tavo_view)
+tavo_add_test(tavoview LIBRARIES tavo_view)
+
+tavo_add_test(translation LIBRARIES tavo_view)
+add_dependencies(tst_translation translations)
+target_compile_definitions(tst_translation PRIVATE
+  CATALOGUE="${CMAKE_LIBRARY_OUTPUT_DIRECTORY}/kx300_g4_6-20k_Client_zh_CN.qm")
+
+# The catalogue holds every text of the sources, and no other.
+find_package(Qt5 5.15 REQUIRED COMPONENTS LinguistTools)
+get_target_property(lupdate Qt5::lupdate IMPORTED_LOCATION)
+add_test(NAME catalogue_is_complete COMMAND ${CMAKE_COMMAND}
+  -DLUPDATE=${lupdate} -DSOURCE_DIR=${PROJECT_SOURCE_DIR}
+  -DCATALOGUE=kx300_g4_6-20k_Client_zh_CN.ts -DWORK_DIR=${CMAKE_CURRENT_BINARY_DIR}
+  -P ${CMAKE_CURRENT_SOURCE_DIR}/catalogue.cmake)
