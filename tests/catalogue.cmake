@@ -7,6 +7,8 @@ if(failed)
 endif()
 file(STRINGS ${WORK_DIR}/${CATALOGUE} open_texts
   REGEX "type=\"(unfinished|obsolete|vanished)\"" ENCODING UTF-8)
-if(open_texts)
-  message(FATAL_ERROR "not translated, or no longer in the sources:\n${open_texts}")
+list(LENGTH open_texts open_count)
+if(open_count)
+  message(FATAL_ERROR "${open_count} texts are not translated or no longer in the sources: "
+    "build update-translations and translate")
 endif()

@@ -286,6 +286,1328 @@
     </message>
 </context>
 <context>
+    <name>tavoClient</name>
+    <message>
+        <source>Clean fault</source>
+        <translation>清除故障</translation>
+    </message>
+    <message>
+        <source>Clean history</source>
+        <translation>清除历史记录</translation>
+    </message>
+    <message>
+        <source>Selftest</source>
+        <translation>自检</translation>
+    </message>
+    <message>
+        <source>Discharge</source>
+        <translation>放电</translation>
+    </message>
+    <message>
+        <source>Discharge to low</source>
+        <translation>放电至低压</translation>
+    </message>
+    <message>
+        <source>Cancel task</source>
+        <translation>取消任务</translation>
+    </message>
+    <message>
+        <source>Shutdown UPS</source>
+        <translation>UPS 关机</translation>
+    </message>
+    <message>
+        <source>Startup UPS</source>
+        <translation>UPS 开机</translation>
+    </message>
+    <message>
+        <source>Buzzer on</source>
+        <translation>开启蜂鸣器</translation>
+    </message>
+    <message>
+        <source>Buzzer off</source>
+        <translation>关闭蜂鸣器</translation>
+    </message>
+    <message>
+        <source>Wakeup UPS</source>
+        <translation>唤醒 UPS</translation>
+    </message>
+    <message>
+        <source>Shutdown to bypass</source>
+        <translation>关机转旁路</translation>
+    </message>
+    <message>
+        <source>Turn bypass manually</source>
+        <translation>手动转旁路</translation>
+    </message>
+    <message>
+        <source>Turn inverter manually</source>
+        <translation>手动转逆变</translation>
+    </message>
+    <message>
+        <source>Download history</source>
+        <translation>下载历史记录</translation>
+    </message>
+    <message>
+        <source>Appear</source>
+        <translation>出现</translation>
+    </message>
+    <message>
+        <source>Disappear</source>
+        <translation>消失</translation>
+    </message>
+    <message>
+        <source>fault and alarm clear mode</source>
+        <translation>清除故障告警模式</translation>
+    </message>
+    <message>
+        <source>power on mode</source>
+        <translation>上电模式</translation>
+    </message>
+    <message>
+        <source>standby mode</source>
+        <translation>待机模式</translation>
+    </message>
+    <message>
+        <source>bypass mode</source>
+        <translation>旁路模式</translation>
+    </message>
+    <message>
+        <source>grid mode</source>
+        <translation>市电模式</translation>
+    </message>
+    <message>
+        <source>battery mode</source>
+        <translation>电池模式</translation>
+    </message>
+    <message>
+        <source>battery test mode</source>
+        <translation>电池自检模式</translation>
+    </message>
+    <message>
+        <source>fault mode</source>
+        <translation>故障模式</translation>
+    </message>
+    <message>
+        <source>frequency conversion mode</source>
+        <translation>变频模式</translation>
+    </message>
+    <message>
+        <source>ECO mode</source>
+        <translation>ECO 模式</translation>
+    </message>
+    <message>
+        <source>shutdown mode</source>
+        <translation>关机模式</translation>
+    </message>
+    <message>
+        <source>test mode</source>
+        <translation>测试模式</translation>
+    </message>
+    <message>
+        <source>Bus Over Voltage</source>
+        <translation>母线过压</translation>
+    </message>
+    <message>
+        <source>Bus Under Voltage</source>
+        <translation>母线欠压</translation>
+    </message>
+    <message>
+        <source>Bus Unbalance</source>
+        <translation>母线不平衡</translation>
+    </message>
+    <message>
+        <source>Bus Soft Start Fail</source>
+        <translation>母线软启动失败</translation>
+    </message>
+    <message>
+        <source>Inv Soft Start Fail</source>
+        <translation>逆变软启动失败</translation>
+    </message>
+    <message>
+        <source>Inv Over Voltage</source>
+        <translation>逆变过压</translation>
+    </message>
+    <message>
+        <source>Inv Under Voltage</source>
+        <translation>逆变欠压</translation>
+    </message>
+    <message>
+        <source>Forbid Inv</source>
+        <translation>禁止逆变</translation>
+    </message>
+    <message>
+        <source>Over Temperture</source>
+        <translation>过温</translation>
+    </message>
+    <message>
+        <source>Output shorted</source>
+        <translation>输出短路</translation>
+    </message>
+    <message>
+        <source>Overload fault</source>
+        <translation>过载故障</translation>
+    </message>
+    <message>
+        <source>Negative power fault</source>
+        <translation>负功率故障</translation>
+    </message>
+    <message>
+        <source>ShoutDown Fail</source>
+        <translation>关机失败</translation>
+    </message>
+    <message>
+        <source>Unused</source>
+        <translation>未使用</translation>
+    </message>
+    <message>
+        <source>Inverter relay ShotrCircuit</source>
+        <translation>逆变继电器短路</translation>
+    </message>
+    <message>
+        <source>Bus short</source>
+        <translation>母线短路</translation>
+    </message>
+    <message>
+        <source>Can Communication Fail</source>
+        <translation>CAN 通信失败</translation>
+    </message>
+    <message>
+        <source>BattNum set Error</source>
+        <translation>电池节数设置错误</translation>
+    </message>
+    <message>
+        <source>SCRSoft Start Fail</source>
+        <translation>SCR 软启动失败</translation>
+    </message>
+    <message>
+        <source>Inverter fault</source>
+        <translation>逆变故障</translation>
+    </message>
+    <message>
+        <source>Inverter relay opened</source>
+        <translation>逆变继电器开路</translation>
+    </message>
+    <message>
+        <source>Rectifier fault</source>
+        <translation>整流故障</translation>
+    </message>
+    <message>
+        <source>Fan fault</source>
+        <translation>风扇故障</translation>
+    </message>
+    <message>
+        <source>EPO</source>
+        <translation>紧急关机 (EPO)</translation>
+    </message>
+    <message>
+        <source>SPS abnormal</source>
+        <translation>辅助电源异常</translation>
+    </message>
+    <message>
+        <source> Parallel cables error</source>
+        <translation>并机线错误</translation>
+    </message>
+    <message>
+        <source> Battery reversed</source>
+        <translation>电池反接</translation>
+    </message>
+    <message>
+        <source>Overload</source>
+        <translation>过载</translation>
+    </message>
+    <message>
+        <source> No battery</source>
+        <translation>无电池</translation>
+    </message>
+    <message>
+        <source> Input over current</source>
+        <translation>输入过流</translation>
+    </message>
+    <message>
+        <source>Batt Voltage Fail</source>
+        <translation>电池电压异常</translation>
+    </message>
+    <message>
+        <source>Charger fail</source>
+        <translation>充电器故障</translation>
+    </message>
+    <message>
+        <source> EEPROM fault</source>
+        <translation>EEPROM 故障</translation>
+    </message>
+    <message>
+        <source> Input over current time out</source>
+        <translation>输入过流超时</translation>
+    </message>
+    <message>
+        <source> Battery voltage low</source>
+        <translation>电池电压低</translation>
+    </message>
+    <message>
+        <source>ups need maintain</source>
+        <translation>UPS 需要维护</translation>
+    </message>
+    <message>
+        <source> Synchronize signal loss</source>
+        <translation>同步信号丢失</translation>
+    </message>
+    <message>
+        <source> Bypass Over Voltage</source>
+        <translation>旁路过压</translation>
+    </message>
+    <message>
+        <source> Bypass fault</source>
+        <translation>旁路故障</translation>
+    </message>
+    <message>
+        <source> Gird Over Voltage</source>
+        <translation>市电过压</translation>
+    </message>
+    <message>
+        <source>Grid Freq Fail</source>
+        <translation>市电频率异常</translation>
+    </message>
+    <message>
+        <source>Over synchronization</source>
+        <translation>同步超限</translation>
+    </message>
+    <message>
+        <source>BypTxInv Over Times</source>
+        <translation>旁路转逆变次数超限</translation>
+    </message>
+    <message>
+        <source>EOD</source>
+        <translation>电池放电终止 (EOD)</translation>
+    </message>
+    <message>
+        <source>Batt Test Success</source>
+        <translation>电池自检成功</translation>
+    </message>
+    <message>
+        <source>Forbid Start</source>
+        <translation>禁止开机</translation>
+    </message>
+    <message>
+        <source>Batt Test Fail</source>
+        <translation>电池自检失败</translation>
+    </message>
+    <message>
+        <source>Para Curr Share Fail</source>
+        <translation>并机均流失败</translation>
+    </message>
+    <message>
+        <source>Inv Pll Fail</source>
+        <translation>逆变锁相失败</translation>
+    </message>
+    <message>
+        <source>Batt Maint Success</source>
+        <translation>电池维护成功</translation>
+    </message>
+    <message>
+        <source>Batt Maint Fail</source>
+        <translation>电池维护失败</translation>
+    </message>
+    <message>
+        <source>Input current unbalance</source>
+        <translation>输入电流不平衡</translation>
+    </message>
+    <message>
+        <source> system configuration initialization fail</source>
+        <translation>系统配置初始化失败</translation>
+    </message>
+    <message>
+        <source>PFC Fault</source>
+        <translation>PFC 故障</translation>
+    </message>
+    <message>
+        <source>Bus Low Voltage Tx Batt Over Times</source>
+        <translation>母线低压转电池次数超限</translation>
+    </message>
+    <message>
+        <source>Grid Fail</source>
+        <translation>市电故障</translation>
+    </message>
+    <message>
+        <source>Bypass Fail</source>
+        <translation>旁路故障</translation>
+    </message>
+    <message>
+        <source>Bypass Freq Fail</source>
+        <translation>旁路频率异常</translation>
+    </message>
+    <message>
+        <source>Inv And Output Voltage is Diffrent</source>
+        <translation>逆变与输出电压不一致</translation>
+    </message>
+    <message>
+        <source>Byp And Output Voltage is Diffrent</source>
+        <translation>旁路与输出电压不一致</translation>
+    </message>
+    <message>
+        <source>Maintence Bypassn is Enabled </source>
+        <translation>维修旁路已接通</translation>
+    </message>
+    <message>
+        <source>The Start Time</source>
+        <translation>开始时间</translation>
+    </message>
+    <message>
+        <source>Clear Fault</source>
+        <translation>清除故障</translation>
+    </message>
+    <message>
+        <source>Clear History Records</source>
+        <translation>清除历史记录</translation>
+    </message>
+    <message>
+        <source>Clear Batt Data</source>
+        <translation>清除电池数据</translation>
+    </message>
+    <message>
+        <source>Batt Test</source>
+        <translation>电池自检</translation>
+    </message>
+    <message>
+        <source>Stop Batt Test</source>
+        <translation>停止电池自检</translation>
+    </message>
+    <message>
+        <source>Manual Tx Byp </source>
+        <translation>手动转旁路</translation>
+    </message>
+    <message>
+        <source>Manual Tx Inv</source>
+        <translation>手动转逆变</translation>
+    </message>
+    <message>
+        <source>Manual ShutDown</source>
+        <translation>手动关机</translation>
+    </message>
+    <message>
+        <source>Manual Start</source>
+        <translation>手动开机</translation>
+    </message>
+    <message>
+        <source>Input is Powered By Grid</source>
+        <translation>市电供电输入</translation>
+    </message>
+    <message>
+        <source>Input is Powered By Batt</source>
+        <translation>电池供电输入</translation>
+    </message>
+    <message>
+        <source>Output is Powered By Inv</source>
+        <translation>逆变供电输出</translation>
+    </message>
+    <message>
+        <source>Output is Powered By Byp</source>
+        <translation>旁路供电输出</translation>
+    </message>
+    <message>
+        <source>Output is Powered By Nothing</source>
+        <translation>无输出</translation>
+    </message>
+    <message>
+        <source>Batt Maintance</source>
+        <translation>电池维护</translation>
+    </message>
+    <message>
+        <source>ID</source>
+        <translation>ID</translation>
+    </message>
+    <message>
+        <source>Content</source>
+        <translation>内容</translation>
+    </message>
+    <message>
+        <source>Status</source>
+        <translation>状态</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>时间</translation>
+    </message>
+    <message>
+        <source>History mode</source>
+        <translation>历史模式</translation>
+    </message>
+    <message>
+        <source>successful</source>
+        <translation>成功</translation>
+    </message>
+    <message>
+        <source>failed</source>
+        <translation>失败</translation>
+    </message>
+    <message>
+        <source>%1 %2 %3</source>
+        <translation>%1 %2 %3</translation>
+    </message>
+</context>
+<context>
+    <name>tavoFont</name>
+    <message>
+        <source>Bus over voltage</source>
+        <translation>母线过压</translation>
+    </message>
+    <message>
+        <source>Bus over voltage disappear</source>
+        <translation>母线过压消失</translation>
+    </message>
+    <message>
+        <source>Bus under voltage</source>
+        <translation>母线欠压</translation>
+    </message>
+    <message>
+        <source>Bus under voltage disappear</source>
+        <translation>母线欠压消失</translation>
+    </message>
+    <message>
+        <source>Bus unbalance</source>
+        <translation>母线不平衡</translation>
+    </message>
+    <message>
+        <source>Bus unbalance disappear</source>
+        <translation>母线不平衡消失</translation>
+    </message>
+    <message>
+        <source>Bus soft start fail</source>
+        <translation>母线软启动失败</translation>
+    </message>
+    <message>
+        <source>Bus soft start fail disappear</source>
+        <translation>母线软启动失败消失</translation>
+    </message>
+    <message>
+        <source>Inv soft start fail</source>
+        <translation>逆变软启动失败</translation>
+    </message>
+    <message>
+        <source>Inv soft start fail disappear</source>
+        <translation>逆变软启动失败消失</translation>
+    </message>
+    <message>
+        <source>Inv over voltage</source>
+        <translation>逆变过压</translation>
+    </message>
+    <message>
+        <source>Inv over voltage disappear</source>
+        <translation>逆变过压消失</translation>
+    </message>
+    <message>
+        <source>Inv under voltag</source>
+        <translation>逆变欠压</translation>
+    </message>
+    <message>
+        <source>Inv under voltag disappear</source>
+        <translation>逆变欠压消失</translation>
+    </message>
+    <message>
+        <source>Forbid inv</source>
+        <translation>禁止逆变</translation>
+    </message>
+    <message>
+        <source>Forbid inv disappear</source>
+        <translation>禁止逆变消失</translation>
+    </message>
+    <message>
+        <source>Over temperature</source>
+        <translation>过温</translation>
+    </message>
+    <message>
+        <source>Over temperature disappear</source>
+        <translation>过温消失</translation>
+    </message>
+    <message>
+        <source>Output shorted</source>
+        <translation>输出短路</translation>
+    </message>
+    <message>
+        <source>Output shorted disappear</source>
+        <translation>输出短路消失</translation>
+    </message>
+    <message>
+        <source>Overload</source>
+        <translation>过载</translation>
+    </message>
+    <message>
+        <source>Overload disappear</source>
+        <translation>过载消失</translation>
+    </message>
+    <message>
+        <source>Abnormal negative power </source>
+        <translation>负功率异常</translation>
+    </message>
+    <message>
+        <source>Abnormal negative power disappear</source>
+        <translation>负功率异常消失</translation>
+    </message>
+    <message>
+        <source>shutdown fault</source>
+        <translation>关机故障</translation>
+    </message>
+    <message>
+        <source>Shutdown fault disappear</source>
+        <translation>关机故障消失</translation>
+    </message>
+    <message>
+        <source>Inconsistentunused parallel software version </source>
+        <translation>并机软件版本不一致</translation>
+    </message>
+    <message>
+        <source>Inconsistentunused parallel software version disappear</source>
+        <translation>并机软件版本不一致消失</translation>
+    </message>
+    <message>
+        <source>Abnormal synchronous signal </source>
+        <translation>同步信号异常</translation>
+    </message>
+    <message>
+        <source>Abnormal synchronous signal disappear</source>
+        <translation>同步信号异常消失</translation>
+    </message>
+    <message>
+        <source>Abnormal synchronous pulse </source>
+        <translation>同步脉冲异常</translation>
+    </message>
+    <message>
+        <source>Abnormal synchronous pulse disappear</source>
+        <translation>同步脉冲异常消失</translation>
+    </message>
+    <message>
+        <source>Inverter relay short circuit</source>
+        <translation>逆变继电器短路</translation>
+    </message>
+    <message>
+        <source>Inverter relay short circuit disappear</source>
+        <translation>逆变继电器短路消失</translation>
+    </message>
+    <message>
+        <source>Bus short</source>
+        <translation>母线短路</translation>
+    </message>
+    <message>
+        <source>Bus short disappear</source>
+        <translation>母线短路消失</translation>
+    </message>
+    <message>
+        <source>CAN communication abnormal</source>
+        <translation>CAN 通信异常</translation>
+    </message>
+    <message>
+        <source>CAN communication abnormal disappear</source>
+        <translation>CAN 通信异常消失</translation>
+    </message>
+    <message>
+        <source>Physical address conflict</source>
+        <translation>物理地址冲突</translation>
+    </message>
+    <message>
+        <source>Physical address conflict disappear</source>
+        <translation>物理地址冲突消失</translation>
+    </message>
+    <message>
+        <source>Parallel UPS type conflict</source>
+        <translation>并机 UPS 机型冲突</translation>
+    </message>
+    <message>
+        <source>Parallel UPS type conflict disappear</source>
+        <translation>并机 UPS 机型冲突消失</translation>
+    </message>
+    <message>
+        <source>Battery number set error</source>
+        <translation>电池节数设置错误</translation>
+    </message>
+    <message>
+        <source>Battery number set error disappear</source>
+        <translation>电池节数设置错误消失</translation>
+    </message>
+    <message>
+        <source>Input SCR soft start fail</source>
+        <translation>输入 SCR 软启动失败</translation>
+    </message>
+    <message>
+        <source>Input SCR soft start fail disappear</source>
+        <translation>输入 SCR 软启动失败消失</translation>
+    </message>
+    <message>
+        <source>Rectify SCR fault</source>
+        <translation>整流 SCR 故障</translation>
+    </message>
+    <message>
+        <source>Rectify SCR fault disappear</source>
+        <translation>整流 SCR 故障消失</translation>
+    </message>
+    <message>
+        <source>Abnormal inverter</source>
+        <translation>逆变异常</translation>
+    </message>
+    <message>
+        <source>Abnormal inverter disappear</source>
+        <translation>逆变异常消失</translation>
+    </message>
+    <message>
+        <source>Parallel bypass wiring error</source>
+        <translation>并机旁路接线错误</translation>
+    </message>
+    <message>
+        <source>Parallel bypass wiring error disappear</source>
+        <translation>并机旁路接线错误消失</translation>
+    </message>
+    <message>
+        <source>Inverter relay opened</source>
+        <translation>逆变继电器开路</translation>
+    </message>
+    <message>
+        <source>Inverter relay opened disappear</source>
+        <translation>逆变继电器开路消失</translation>
+    </message>
+    <message>
+        <source>PFC fault</source>
+        <translation>PFC 故障</translation>
+    </message>
+    <message>
+        <source>PFC fault disappear</source>
+        <translation>PFC 故障消失</translation>
+    </message>
+    <message>
+        <source>Abnormal inverter capacitance</source>
+        <translation>逆变电容异常</translation>
+    </message>
+    <message>
+        <source>Abnormal inverter capacitance disappear</source>
+        <translation>逆变电容异常消失</translation>
+    </message>
+    <message>
+        <source>Fan fault</source>
+        <translation>风扇故障</translation>
+    </message>
+    <message>
+        <source>Fan fault disappear</source>
+        <translation>风扇故障消失</translation>
+    </message>
+    <message>
+        <source>EPO</source>
+        <translation>紧急关机 (EPO)</translation>
+    </message>
+    <message>
+        <source>EPO disappear</source>
+        <translation>紧急关机 (EPO)消失</translation>
+    </message>
+    <message>
+        <source>Abnormal SPS</source>
+        <translation>辅助电源异常</translation>
+    </message>
+    <message>
+        <source>Abnormal SPS disappear</source>
+        <translation>辅助电源异常消失</translation>
+    </message>
+    <message>
+        <source>Reserved 32 disappear</source>
+        <translation>保留 32 消失</translation>
+    </message>
+    <message>
+        <source>Reserved 33 disappear</source>
+        <translation>保留 33 消失</translation>
+    </message>
+    <message>
+        <source>Reserved 34 disappear</source>
+        <translation>保留 34 消失</translation>
+    </message>
+    <message>
+        <source>Reserved 35 disappear</source>
+        <translation>保留 35 消失</translation>
+    </message>
+    <message>
+        <source>Reserved 36 disappear</source>
+        <translation>保留 36 消失</translation>
+    </message>
+    <message>
+        <source>Reserved 37 disappear</source>
+        <translation>保留 37 消失</translation>
+    </message>
+    <message>
+        <source>Reserved 38 disappear</source>
+        <translation>保留 38 消失</translation>
+    </message>
+    <message>
+        <source>Reserved 39 disappear</source>
+        <translation>保留 39 消失</translation>
+    </message>
+    <message>
+        <source>Reserved 40 disappear</source>
+        <translation>保留 40 消失</translation>
+    </message>
+    <message>
+        <source>Reserved 41 disappear</source>
+        <translation>保留 41 消失</translation>
+    </message>
+    <message>
+        <source>Reserved 42 disappear</source>
+        <translation>保留 42 消失</translation>
+    </message>
+    <message>
+        <source>Reserved 43 disappear</source>
+        <translation>保留 43 消失</translation>
+    </message>
+    <message>
+        <source>Reserved 44 disappear</source>
+        <translation>保留 44 消失</translation>
+    </message>
+    <message>
+        <source>Reserved 45 disappear</source>
+        <translation>保留 45 消失</translation>
+    </message>
+    <message>
+        <source>Reserved 46 disappear</source>
+        <translation>保留 46 消失</translation>
+    </message>
+    <message>
+        <source>Reserved 47 disappear</source>
+        <translation>保留 47 消失</translation>
+    </message>
+    <message>
+        <source>Abnormal parallel cables</source>
+        <translation>并机线异常</translation>
+    </message>
+    <message>
+        <source>Abnormal parallel cables disappear</source>
+        <translation>并机线异常消失</translation>
+    </message>
+    <message>
+        <source>Battery reversed</source>
+        <translation>电池反接</translation>
+    </message>
+    <message>
+        <source>Battery reversed disappear</source>
+        <translation>电池反接消失</translation>
+    </message>
+    <message>
+        <source>Overload alram</source>
+        <translation>过载告警</translation>
+    </message>
+    <message>
+        <source>Overload alram disappear</source>
+        <translation>过载告警消失</translation>
+    </message>
+    <message>
+        <source>Battery disconnected</source>
+        <translation>电池未接</translation>
+    </message>
+    <message>
+        <source>Battery disconnected disappear</source>
+        <translation>电池未接消失</translation>
+    </message>
+    <message>
+        <source>Input over current</source>
+        <translation>输入过流</translation>
+    </message>
+    <message>
+        <source>Input over current disappear</source>
+        <translation>输入过流消失</translation>
+    </message>
+    <message>
+        <source>Battery voltage high</source>
+        <translation>电池电压高</translation>
+    </message>
+    <message>
+        <source>Battery voltage high disappear</source>
+        <translation>电池电压高消失</translation>
+    </message>
+    <message>
+        <source>Abnormal boot</source>
+        <translation>开机异常</translation>
+    </message>
+    <message>
+        <source>Abnormal boot disappear</source>
+        <translation>开机异常消失</translation>
+    </message>
+    <message>
+        <source>Charger fault</source>
+        <translation>充电器故障</translation>
+    </message>
+    <message>
+        <source>Charger fault disappear</source>
+        <translation>充电器故障消失</translation>
+    </message>
+    <message>
+        <source>Abnormal EEPROM</source>
+        <translation>EEPROM 异常</translation>
+    </message>
+    <message>
+        <source>Abnormal EEPROM disappear</source>
+        <translation>EEPROM 异常消失</translation>
+    </message>
+    <message>
+        <source>Input over current time out</source>
+        <translation>输入过流超时</translation>
+    </message>
+    <message>
+        <source>Input over current time out disappear</source>
+        <translation>输入过流超时消失</translation>
+    </message>
+    <message>
+        <source>Battery voltage low</source>
+        <translation>电池电压低</translation>
+    </message>
+    <message>
+        <source>Battery voltage low disappear</source>
+        <translation>电池电压低消失</translation>
+    </message>
+    <message>
+        <source>UPS need maintenance</source>
+        <translation>UPS 需要维护</translation>
+    </message>
+    <message>
+        <source>UPS need maintenance disappear</source>
+        <translation>UPS 需要维护消失</translation>
+    </message>
+    <message>
+        <source>Abnormal synchronous pulse loss</source>
+        <translation>同步脉冲丢失异常</translation>
+    </message>
+    <message>
+        <source>Abnormal synchronous pulse loss disappear</source>
+        <translation>同步脉冲丢失异常消失</translation>
+    </message>
+    <message>
+        <source>Abnormal synchronous signal</source>
+        <translation>同步信号异常</translation>
+    </message>
+    <message>
+        <source>Abnormal CAN communicaiton</source>
+        <translation>CAN 通信异常</translation>
+    </message>
+    <message>
+        <source>Abnormal CAN communicaiton disappear</source>
+        <translation>CAN 通信异常消失</translation>
+    </message>
+    <message>
+        <source>Bypass volt high</source>
+        <translation>旁路电压高</translation>
+    </message>
+    <message>
+        <source>Bypass volt high disappear</source>
+        <translation>旁路电压高消失</translation>
+    </message>
+    <message>
+        <source>Bypass fault</source>
+        <translation>旁路故障</translation>
+    </message>
+    <message>
+        <source>Bypass fault disappear</source>
+        <translation>旁路故障消失</translation>
+    </message>
+    <message>
+        <source>Input volt high</source>
+        <translation>输入电压高</translation>
+    </message>
+    <message>
+        <source>Input volt high disappear</source>
+        <translation>输入电压高消失</translation>
+    </message>
+    <message>
+        <source>Abnormal input frequency</source>
+        <translation>输入频率异常</translation>
+    </message>
+    <message>
+        <source>Abnormal input frequency disappear</source>
+        <translation>输入频率异常消失</translation>
+    </message>
+    <message>
+        <source>Bypass frequency over track</source>
+        <translation>旁路频率超跟踪</translation>
+    </message>
+    <message>
+        <source>Bypass frequency over track disappear</source>
+        <translation>旁路频率超跟踪消失</translation>
+    </message>
+    <message>
+        <source>Over transfer times between bypass and inverter</source>
+        <translation>旁路与逆变间切换次数超限</translation>
+    </message>
+    <message>
+        <source>Over transfer times between bypass and inverter disappear</source>
+        <translation>旁路与逆变间切换次数超限消失</translation>
+    </message>
+    <message>
+        <source>End of discharge</source>
+        <translation>电池放电终止</translation>
+    </message>
+    <message>
+        <source>End of discharge disappear</source>
+        <translation>电池放电终止消失</translation>
+    </message>
+    <message>
+        <source>Battery test success</source>
+        <translation>电池自检成功</translation>
+    </message>
+    <message>
+        <source>Battery test success disappear</source>
+        <translation>电池自检成功消失</translation>
+    </message>
+    <message>
+        <source>Forbidden startup UPS</source>
+        <translation>禁止 UPS 开机</translation>
+    </message>
+    <message>
+        <source>Forbidden startup UPS disappear</source>
+        <translation>禁止 UPS 开机消失</translation>
+    </message>
+    <message>
+        <source>Battery test fail</source>
+        <translation>电池自检失败</translation>
+    </message>
+    <message>
+        <source>Battery test fail disappear</source>
+        <translation>电池自检失败消失</translation>
+    </message>
+    <message>
+        <source>Parallel current unbalance</source>
+        <translation>并机电流不平衡</translation>
+    </message>
+    <message>
+        <source>Parallel current unbalance disappear</source>
+        <translation>并机电流不平衡消失</translation>
+    </message>
+    <message>
+        <source>Abnormal inverter phase lock</source>
+        <translation>逆变锁相异常</translation>
+    </message>
+    <message>
+        <source>Abnormal inverter phase lock disappear</source>
+        <translation>逆变锁相异常消失</translation>
+    </message>
+    <message>
+        <source>Battery maintenance success</source>
+        <translation>电池维护成功</translation>
+    </message>
+    <message>
+        <source>Battery maintenance success disappear</source>
+        <translation>电池维护成功消失</translation>
+    </message>
+    <message>
+        <source>Abnormal battery maintenance</source>
+        <translation>电池维护异常</translation>
+    </message>
+    <message>
+        <source>Abnormal battery maintenance disappear</source>
+        <translation>电池维护异常消失</translation>
+    </message>
+    <message>
+        <source>Input current unbalance</source>
+        <translation>输入电流不平衡</translation>
+    </message>
+    <message>
+        <source>Input current unbalance disappear</source>
+        <translation>输入电流不平衡消失</translation>
+    </message>
+    <message>
+        <source>Initial system error</source>
+        <translation>系统初始化错误</translation>
+    </message>
+    <message>
+        <source>Initial system error disappear</source>
+        <translation>系统初始化错误消失</translation>
+    </message>
+    <message>
+        <source>Abnormal PFC</source>
+        <translation>PFC 异常</translation>
+    </message>
+    <message>
+        <source>Abnormal PFC disappear</source>
+        <translation>PFC 异常消失</translation>
+    </message>
+    <message>
+        <source>Over transfer times between battery and grid</source>
+        <translation>电池与市电间切换次数超限</translation>
+    </message>
+    <message>
+        <source>Over transfer times between battery and grid disappear</source>
+        <translation>电池与市电间切换次数超限消失</translation>
+    </message>
+    <message>
+        <source>Abnormal input</source>
+        <translation>输入异常</translation>
+    </message>
+    <message>
+        <source>Abnormal input disappear</source>
+        <translation>输入异常消失</translation>
+    </message>
+    <message>
+        <source>Abnormal bypass</source>
+        <translation>旁路异常</translation>
+    </message>
+    <message>
+        <source>Abnormal bypass disappear</source>
+        <translation>旁路异常消失</translation>
+    </message>
+    <message>
+        <source>Abnormal bypass frequency</source>
+        <translation>旁路频率异常</translation>
+    </message>
+    <message>
+        <source>Abnormal bypass frequency disappear</source>
+        <translation>旁路频率异常消失</translation>
+    </message>
+    <message>
+        <source>Inverter and output volt is different</source>
+        <translation>逆变与输出电压不一致</translation>
+    </message>
+    <message>
+        <source>Inverter and output volt is different disappear</source>
+        <translation>逆变与输出电压不一致消失</translation>
+    </message>
+    <message>
+        <source>Abnormal battery volt</source>
+        <translation>电池电压异常</translation>
+    </message>
+    <message>
+        <source>Abnormal battery volt disappear</source>
+        <translation>电池电压异常消失</translation>
+    </message>
+    <message>
+        <source>Bypass and output volt is different</source>
+        <translation>旁路与输出电压不一致</translation>
+    </message>
+    <message>
+        <source>Bypass and output volt is different disappear</source>
+        <translation>旁路与输出电压不一致消失</translation>
+    </message>
+    <message>
+        <source>Abnormal inverter volt</source>
+        <translation>逆变电压异常</translation>
+    </message>
+    <message>
+        <source>Abnormal inverter volt disappear</source>
+        <translation>逆变电压异常消失</translation>
+    </message>
+    <message>
+        <source>Maintenance breaker connected</source>
+        <translation>维修开关闭合</translation>
+    </message>
+    <message>
+        <source>Maintenance breaker connected disappear</source>
+        <translation>维修开关闭合消失</translation>
+    </message>
+    <message>
+        <source>Frequent overheating</source>
+        <translation>频繁过温</translation>
+    </message>
+    <message>
+        <source>Frequent overheating disappear</source>
+        <translation>频繁过温消失</translation>
+    </message>
+    <message>
+        <source>Parallel battery number settings are inconsistent</source>
+        <translation>并机电池节数设置不一致</translation>
+    </message>
+    <message>
+        <source>Parallel battery number settings are inconsistent disappear</source>
+        <translation>并机电池节数设置不一致消失</translation>
+    </message>
+    <message>
+        <source>Abnormal battery temperature compensation</source>
+        <translation>电池温度补偿异常</translation>
+    </message>
+    <message>
+        <source>Abnormal battery temperature compensation disappear</source>
+        <translation>电池温度补偿异常消失</translation>
+    </message>
+    <message>
+        <source>Unstable bypass voltage</source>
+        <translation>旁路电压不稳定</translation>
+    </message>
+    <message>
+        <source>Unstable bypass voltage disappear</source>
+        <translation>旁路电压不稳定消失</translation>
+    </message>
+    <message>
+        <source>Test mode</source>
+        <translation>测试模式</translation>
+    </message>
+    <message>
+        <source>Test mode disappear</source>
+        <translation>测试模式消失</translation>
+    </message>
+    <message>
+        <source>Frequent overload</source>
+        <translation>频繁过载</translation>
+    </message>
+    <message>
+        <source>Frequent overload disappear</source>
+        <translation>频繁过载消失</translation>
+    </message>
+    <message>
+        <source>Battery state</source>
+        <translation>电池状态</translation>
+    </message>
+    <message>
+        <source>Time on battery(s)</source>
+        <translation>电池供电时间(秒)</translation>
+    </message>
+    <message>
+        <source>Remaining battery time(Min)</source>
+        <translation>电池剩余时间(分钟)</translation>
+    </message>
+    <message>
+        <source>Remaining battery capacity(%)</source>
+        <translation>电池剩余容量(%)</translation>
+    </message>
+    <message>
+        <source>Battery voltage(V)</source>
+        <translation>电池电压(V)</translation>
+    </message>
+    <message>
+        <source>Battery current(A)</source>
+        <translation>电池电流(A)</translation>
+    </message>
+    <message>
+        <source>Battery temperature(C)</source>
+        <translation>电池温度(℃)</translation>
+    </message>
+    <message>
+        <source>Number of mains failure</source>
+        <translation>市电故障次数</translation>
+    </message>
+    <message>
+        <source>Input voltage(V)</source>
+        <translation>输入电压(V)</translation>
+    </message>
+    <message>
+        <source>Input current(A)</source>
+        <translation>输入电流(A)</translation>
+    </message>
+    <message>
+        <source>Input frequency(Hz)</source>
+        <translation>输入频率(Hz)</translation>
+    </message>
+    <message>
+        <source>Input power(W)</source>
+        <translation>输入功率(W)</translation>
+    </message>
+    <message>
+        <source>Output mode</source>
+        <translation>输出模式</translation>
+    </message>
+    <message>
+        <source>Output frequency(Hz)</source>
+        <translation>输出频率(Hz)</translation>
+    </message>
+    <message>
+        <source>Output voltage(V)</source>
+        <translation>输出电压(V)</translation>
+    </message>
+    <message>
+        <source>Output current(A)</source>
+        <translation>输出电流(A)</translation>
+    </message>
+    <message>
+        <source>Output power(W)</source>
+        <translation>输出功率(W)</translation>
+    </message>
+    <message>
+        <source>Output load(%)</source>
+        <translation>输出负载(%)</translation>
+    </message>
+    <message>
+        <source>Bypass frequency(Hz)</source>
+        <translation>旁路频率(Hz)</translation>
+    </message>
+    <message>
+        <source>Bypass voltage(V)</source>
+        <translation>旁路电压(V)</translation>
+    </message>
+    <message>
+        <source>Bypass current(A)</source>
+        <translation>旁路电流(A)</translation>
+    </message>
+    <message>
+        <source>Bypass power(W)</source>
+        <translation>旁路功率(W)</translation>
+    </message>
+    <message>
+        <source>Input voltage R/S/T(V)</source>
+        <translation>输入电压 R/S/T(V)</translation>
+    </message>
+    <message>
+        <source>Input current R/S/T(A)</source>
+        <translation>输入电流 R/S/T(A)</translation>
+    </message>
+    <message>
+        <source>Input frequency R/S/T(Hz)</source>
+        <translation>输入频率 R/S/T(Hz)</translation>
+    </message>
+    <message>
+        <source>Input power R/S/T(W)</source>
+        <translation>输入功率 R/S/T(W)</translation>
+    </message>
+    <message>
+        <source>Output voltage R/S/T(V)</source>
+        <translation>输出电压 R/S/T(V)</translation>
+    </message>
+    <message>
+        <source>Output current R/S/T(A)</source>
+        <translation>输出电流 R/S/T(A)</translation>
+    </message>
+    <message>
+        <source>Output power R/S/T(W)</source>
+        <translation>输出功率 R/S/T(W)</translation>
+    </message>
+    <message>
+        <source>Output load R/S/T(%)</source>
+        <translation>输出负载 R/S/T(%)</translation>
+    </message>
+    <message>
+        <source>Bypass voltage R/S/T(V)</source>
+        <translation>旁路电压 R/S/T(V)</translation>
+    </message>
+    <message>
+        <source>Bypass current R/S/T(A)</source>
+        <translation>旁路电流 R/S/T(A)</translation>
+    </message>
+    <message>
+        <source>Bypass power R/S/T(W)</source>
+        <translation>旁路功率 R/S/T(W)</translation>
+    </message>
+    <message>
+        <source>Disconnect</source>
+        <translation>未接</translation>
+    </message>
+    <message>
+        <source>Standby</source>
+        <translation>待机</translation>
+    </message>
+    <message>
+        <source>Equalized charge</source>
+        <translation>均充</translation>
+    </message>
+    <message>
+        <source>Float charge</source>
+        <translation>浮充</translation>
+    </message>
+    <message>
+        <source>Discharge</source>
+        <translation>放电</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>无输出</translation>
+    </message>
+    <message>
+        <source>Load on bypass</source>
+        <translation>旁路供电</translation>
+    </message>
+    <message>
+        <source>Load on inverter</source>
+        <translation>逆变供电</translation>
+    </message>
+    <message>
+        <source>Load on other</source>
+        <translation>其他供电</translation>
+    </message>
+</context>
+<context>
     <name>tavoView</name>
     <message>
         <source>Buzzer:</source>
