@@ -3,9 +3,9 @@
 #include "comm/modbusframe.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <mutex>
-#include <set>
 #include <thread>
 
 namespace {
@@ -23,21 +23,29 @@ constexpr unsigned char deviceBusy = 6;
 // A read on TCP fills up to 996 bytes whatever size it is given.
 constexpr int readRoom = 1024;
 
-// Devices whose last reply was missing or damaged; by device, since each call has a new line.
+// Devices whose last reply was missing or damaged; by device, since each call has a new line. Of
+// fixed size, so that devices that are gone do not add up, and without a destructor, since other
+// threads may still be polling when the process ends.
 std::mutex suspectsMutex;
-std::set<void *> suspects; // guarded by suspectsMutex
+std::array<void *, 32> suspects {}; // guarded by suspectsMutex
+std::size_t nextSuspect = 0;        // likewise
 
 void suspect(void *device)
 {
     const std::lock_guard<std::mutex> lock(suspectsMutex);
-    suspects.insert(device);
+    if (std::find(suspects.begin(), suspects.end(), device) == suspects.end())
+        suspects[nextSuspect++ % suspects.size()] = device;
 }
 
 // Tells whether the device was suspect, and trusts it again.
 bool takeSuspect(void *device)
 {
     const std::lock_guard<std::mutex> lock(suspectsMutex);
-    return suspects.erase(device) > 0;
+    const auto found = std::find(suspects.begin(), suspects.end(), device);
+    if (found == suspects.end())
+        return false;
+    *found = nullptr;
+    return true;
 }
 
 } // namespace
