@@ -15,10 +15,14 @@ tavo_add_test(devhost
 add_dependencies(tst_devhost devhost ${fixture_targets})
 
 # The window in the test's own process, offscreen and once in a real X server.
+set(window_environment
+  "FIXTURES=${CMAKE_CURRENT_BINARY_DIR}/fixtures;PLUGIN=$<TARGET_FILE:kx300_client>")
 tavo_add_test(hostwindow
   LIBRARIES tavo_devhost
-  ENVIRONMENT "FIXTURES=${CMAKE_CURRENT_BINARY_DIR}/fixtures")
-add_dependencies(tst_hostwindow devhost_fakeclient)
+  SOURCES support/upssimprocess.cpp support/upssimprocess.h
+  ENVIRONMENT "${window_environment}")
+target_compile_definitions(tst_hostwindow PRIVATE UPSSIM_FILE="$<TARGET_FILE:upssim>")
+add_dependencies(tst_hostwindow devhost_fakeclient kx300_client upssim sampledriver)
 find_program(XVFB_RUN xvfb-run REQUIRED)
 add_test(NAME hostwindow_x11
   COMMAND ${XVFB_RUN} -a -s "-screen 0 1280x800x24" $<TARGET_FILE:tst_hostwindow>)
@@ -26,4 +30,12 @@ file(MAKE_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/run/hostwindow_x11)
 set_tests_properties(hostwindow_x11 PROPERTIES
   TIMEOUT 300
   WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/run/hostwindow_x11
-  ENVIRONMENT "QT_QPA_PLATFORM=xcb;FIXTURES=${CMAKE_CURRENT_BINARY_DIR}/fixtures")
+  ENVIRONMENT "QT_QPA_PLATFORM=xcb;${window_environment}")
+
+# The host with the real plug-in and driver on simulated devices.
+tavo_add_test(devhostlive
+  SOURCES support/hostprocess.cpp support/hostprocess.h
+          support/upssimprocess.cpp support/upssimprocess.h
+  ENVIRONMENT "DEVHOST=$<TARGET_FILE:devhost>;PLUGIN=$<TARGET_FILE:kx300_client>")
+target_compile_definitions(tst_devhostlive PRIVATE UPSSIM_FILE="$<TARGET_FILE:upssim>")
+add_dependencies(tst_devhostlive devhost kx300_client upssim sampledriver)

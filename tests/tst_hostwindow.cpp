@@ -1,3 +1,4 @@
+#include "support/upssimprocess.h"
 #include "support/warningguard.h"
 
 #include "plugin/collectthread.h"
@@ -6,15 +7,35 @@
 #include "tools/devhost/hostgui.h"
 #include "tools/devhost/languages.h"
 #include "tools/devhost/pluginfile.h"
+#include "tools/devhost/rundirectory.h"
 #include "tools/devhost/screenshots.h"
 
 #include <QComboBox>
 #include <QDialog>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTabBar>
+#include <QTableWidget>
+#include <QTabWidget>
 #include <QtTest>
 
-/** The host's window on clients without devices. */
+namespace {
+
+constexpr int FloatVoltage = 3007; // data identifier
+
+/** Presses a button of the message box that is shown; tries again while there is none. */
+void pressInBox(const char *button)
+{
+    QWidget *box = QApplication::activeModalWidget();
+    if (box)
+        QTest::mouseClick(box->findChild<QPushButton *>(button), Qt::LeftButton);
+    else
+        QTimer::singleShot(20, [button] { pressInBox(button); });
+}
+
+} // namespace
+
+/** The host's window, on clients without devices and once on a simulated UPS. */
 class tst_Hostwindow : public QObject
 {
     Q_OBJECT
@@ -30,6 +51,7 @@ private slots:
     void framelessWindowsMove();
     void screenshots();
     void languages();
+    void roundTrip();
 
 private:
     QPushButton *button(int device) const;
@@ -76,7 +98,7 @@ void tst_Hostwindow::cleanup()
 {
     m_window.reset();
     m_host.reset();
-    QCOMPARE(m_guard->unexpected(), QStringList());
+    QCOMPARE(m_guard->unexpected().join('\n'), QString());
     m_guard.reset();
 }
 
@@ -188,5 +210,85 @@ void tst_Hostwindow::languages()
              QStringList({ "x", "--poll", "--language", "zh_CN" }));
 }
 
-QTEST_MAIN(tst_Hostwindow)
+/** From the view's button and dialog through plug-in, driver and line to the device and back. */
+void tst_Hostwindow::roundTrip()
+{
+    UpsSimProcess simulator;
+    QVERIFY2(simulator.start(), qPrintable(simulator.message()));
+    const LoadedPlugin plugin = loadPlugin(qEnvironmentVariable("PLUGIN"));
+    QVERIFY2(plugin.factory, qPrintable(plugin.error));
+    HostOptions options;
+    options.json = true;
+    DeviceSpec device;
+    device.name = "ups";
+    device.port = simulator.terminalName();
+    options.devices << device;
+    DeviceHost host(options, *plugin.factory);
+    QCOMPARE(host.open().text, QString());
+    HostWindow window(options, host);
+    DataMap data;
+    QList<int> requests;
+    connect(&host, &DeviceHost::posted, this, [&](HostDevice *, const HostEvent &event) {
+        if (event.isRequest())
+            requests << event.type;
+        else if (event.type == DataReport)
+            data = event.data();
+    });
+    window.show();
+    host.start();
+    QTRY_COMPARE_WITH_TIMEOUT(data.value(4241).toInt(), 4, 20000); // online
+
+    CollectView *view = window.firstView();
+    auto *tabs = view->findChild<QTabWidget *>({}, Qt::FindDirectChildrenOnly);
+    const auto page = [&](const char *name) {
+        tabs->setCurrentWidget(view->findChild<QWidget *>(name));
+    };
+    page("ControlTable");
+    QTimer::singleShot(0, [] { pressInBox("btnBlue"); });
+    QTest::mouseClick(view->findChild<QPushButton *>("battery_test"), Qt::LeftButton);
+    QTRY_COMPARE_WITH_TIMEOUT(data.value(4241).toInt(), 6, 20000); // battery test
+
+    auto *table = view->findChild<QTableWidget *>("basicTable");
+    const QTableWidgetItem *name =
+        table->findItems("Cell float voltage:", Qt::MatchExactly).value(0);
+    QVERIFY(name);
+    const auto edit = [&](const QString &value) {
+        emit table->cellDoubleClicked(name->row(), 1);
+        auto *dialog = view->findChild<QDialog *>("WhiteDialog");
+        if (!dialog->isVisible())
+            return false;
+        dialog->findChild<QLineEdit *>()->setText(value);
+        QTest::mouseClick(dialog->findChild<QPushButton *>("btnBlue"), Qt::LeftButton);
+        return true;
+    };
+    requests.clear();
+    QTimer::singleShot(0, [] { pressInBox("btnBlue"); });
+    QVERIFY(edit("9"));
+    QCOMPARE(requests, QList<int>()); // out of range
+    QVERIFY(edit("2.27"));
+    QTRY_COMPARE_WITH_TIMEOUT(qRound(data.value(FloatVoltage).toFloat() * 100), 227, 20000);
+    QTRY_COMPARE(table->item(name->row(), 1)->text(), QString("2.27V"));
+    QCOMPARE(requests, QList<int> { ParameterRequest });
+
+    QTRY_VERIFY_WITH_TIMEOUT(!view->findChild<QDialog *>("WhiteDialog")->isVisible(), 10000);
+    window.findChild<QComboBox *>("userLevel")->setCurrentIndex(0);
+    QVERIFY(!edit("2.28"));
+    QVERIFY(!view->findChild<QPushButton *>("battery_test")->isEnabled());
+}
+
+int main(int argc, char **argv)
+{
+    // The configuration files lie beside the executable: every test needs its own.
+    if (!RunDirectory::isActive())
+        qFatal("%s", qPrintable(RunDirectory::enter(argv, {})));
+    int code = 0;
+    {
+        QApplication application(argc, argv);
+        tst_Hostwindow test;
+        code = QTest::qExec(&test, argc, argv);
+    }
+    RunDirectory::remove();
+    return code;
+}
+
 #include "tst_hostwindow.moc"

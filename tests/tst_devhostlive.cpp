@@ -1,0 +1,212 @@
+#include "support/hostprocess.h"
+#include "support/upssimprocess.h"
+
+#include <QtTest>
+
+namespace {
+
+constexpr int Retries = 3;
+const QString SerialDevice = QStringLiteral("name=d,port=/dev/ttyNone");
+
+QString plugin()
+{
+    return qEnvironmentVariable("PLUGIN");
+}
+
+/** The value of an identifier in the latest report; -1 without one. */
+double latest(HostProcess &host, const QString &device, const char *identifier)
+{
+    const QList<QJsonObject> reports = host.events(device, 2007);
+    return reports.isEmpty()
+        ? -1
+        : reports.last()["data"].toObject()[QLatin1String(identifier)].toDouble(-1);
+}
+
+} // namespace
+
+/** The host with the real plug-in and driver on simulated devices. */
+class tst_Devhostlive : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void lossAndReturn_data();
+    void lossAndReturn();
+    void commandsActOnTheDevice();
+    void mainsFailureIsLogged();
+    void historyOverBothLines();
+    void endsInEveryState_data();
+    void endsInEveryState();
+
+private:
+    QString deviceOption(const UpsSimProcess &simulator, bool tcp) const
+    {
+        return tcp
+            ? QStringLiteral("name=tcp,tcp=127.0.0.1:%1").arg(simulator.tcpPort())
+            : QStringLiteral("name=serial,port=%1,timeout=300").arg(simulator.terminalName());
+    }
+};
+
+void tst_Devhostlive::lossAndReturn_data()
+{
+    QTest::addColumn<bool>("tcp");
+    QTest::addColumn<QStringList>("drive");
+    QTest::newRow("serial, thread") << false << QStringList();
+    QTest::newRow("serial, poll()") << false << QStringList { "--poll" };
+    QTest::newRow("TCP, thread") << true << QStringList();
+}
+
+void tst_Devhostlive::lossAndReturn()
+{
+    QFETCH(bool, tcp);
+    QFETCH(QStringList, drive);
+    const QString name = tcp ? "tcp" : "serial";
+    UpsSimProcess simulator;
+    QVERIFY2(simulator.start(), qPrintable(simulator.message()));
+    const QString peer = QStringLiteral("127.0.0.1:%1").arg(simulator.tcpPort());
+    HostProcess host;
+    host.startHost(plugin(),
+                   drive
+                       + QStringList { "--device", deviceOption(simulator, tcp), "--retries",
+                                       QString::number(Retries), "--quiet" });
+    QVERIFY2(host.waitForEvents(name, 2007, 3), qPrintable(host.errors()));
+    QCOMPARE(host.events(name, 1040).size(), 1);
+    QCOMPARE(host.events(name, 2001).size(), 1);
+
+    simulator.terminate();
+    QVERIFY2(host.waitForEvents(name, 1041), qPrintable(host.errors()));
+    QVERIFY(host.waitForEvents(name, 2001, 2));
+    // Failed cycles report what the last good one read: its report and those of the failed cycles
+    // before the loss are the same, and the simulator's values never stand still that long.
+    const QList<QJsonObject> all = host.objects("name", name);
+    int same = 0;
+    QJsonValue data;
+    for (const QJsonObject &event : all) {
+        if (event["type"] == 1041)
+            break;
+        if (event["type"] != 2007)
+            continue;
+        same = event["data"] == data ? same + 1 : 1;
+        data = event["data"];
+    }
+    QCOMPARE(same, Retries);
+    QCOMPARE(host.events(name, 1041).first()["lost"].toInt(), 1);
+
+    QVERIFY2(simulator.start({ "--tcp", peer }), qPrintable(simulator.message()));
+    QVERIFY2(host.waitForEvents(name, 1040, 2), qPrintable(host.errors()));
+    QVERIFY(host.waitForEvents(name, 2001, 3));
+    QCOMPARE(host.events(name, 2001).last()["state"].toInt(-1), 0);
+    QCOMPARE(host.events(name, 1041).size(), 1);
+    QCOMPARE(host.terminateAndWait(), 0);
+}
+
+void tst_Devhostlive::commandsActOnTheDevice()
+{
+    UpsSimProcess simulator;
+    QVERIFY2(simulator.start(), qPrintable(simulator.message()));
+    HostProcess host;
+    host.startHost(
+        plugin(),
+        { "--device", deviceOption(simulator, false), "--quiet", "--send", "serial 2016 3005,18" });
+    QVERIFY(host.waitForEvents("serial", 2007));
+    QTRY_COMPARE_WITH_TIMEOUT(latest(host, "serial", "3005"), 18.0, 20000);
+    QCOMPARE(latest(host, "serial", "4241"), 4.0); // online
+    host.write("serial 1003\n");
+    QTRY_COMPARE_WITH_TIMEOUT(latest(host, "serial", "4241"), 6.0, 20000); // battery test
+    host.write("serial 1006\nserial 1016\n");
+    QTRY_COMPARE_WITH_TIMEOUT(latest(host, "serial", "4241"), 3.0, 20000); // bypass
+    host.write("quit\n");
+    QCOMPARE(host.exitCodeOf(), 0);
+}
+
+void tst_Devhostlive::mainsFailureIsLogged()
+{
+    QFile::remove("live.csv");
+    UpsSimProcess simulator;
+    QVERIFY2(simulator.start(), qPrintable(simulator.message()));
+    HostProcess host;
+    host.startHost(plugin(),
+                   { "--device", deviceOption(simulator, false), "--quiet", "--event-log",
+                     "live.csv", "--data-log", "live-data.csv" });
+    QVERIFY(host.waitForEvents("serial", 2007));
+    QVERIFY2(simulator.perform("mains off"), qPrintable(simulator.message()));
+    QVERIFY(host.waitForEvents("serial", 2006));
+    QVERIFY(host.waitForEvents("serial", 2009));
+    QVERIFY2(simulator.perform("mains on"), qPrintable(simulator.message()));
+    QVERIFY(host.waitForEvents("serial", 2009, 2));
+    QCOMPARE(host.terminateAndWait(), 0);
+    QFile log("live.csv");
+    QVERIFY(log.open(QIODevice::ReadOnly));
+    const QByteArray text = log.readAll();
+    QVERIFY2(text.contains(",serial,1040,restored,"), text.constData());
+    QVERIFY2(text.contains(",serial,2006,appear,"), text.constData());
+    QVERIFY2(text.contains(",serial,2006,disappear,"), text.constData());
+    QFile data("live-data.csv");
+    QVERIFY(data.open(QIODevice::ReadOnly));
+    const int columns = data.readLine().count(',');
+    QVERIFY(columns > 10);
+    const QByteArray row = data.readLine();
+    QVERIFY2(row.count(',') == columns && row.contains("Float charge"), row.constData());
+}
+
+void tst_Devhostlive::historyOverBothLines()
+{
+    UpsSimProcess simulator;
+    QVERIFY2(simulator.start(), qPrintable(simulator.message()));
+    HostProcess host;
+    host.startHost(plugin(),
+                   { "--device", deviceOption(simulator, false), "--device",
+                     deviceOption(simulator, true), "--quiet" });
+    QVERIFY(host.waitForEvents("serial", 2007));
+    QVERIFY(host.waitForEvents("tcp", 2007));
+    QByteArray files[2];
+    int next = 0;
+    for (const char *name : { "serial", "tcp" }) {
+        const QString file = QStringLiteral("history-%1.csv").arg(QLatin1String(name));
+        QFile::remove(file);
+        host.write(QByteArray(name) + " 1045 " + file.toUtf8() + '\n');
+        QVERIFY(host.waitForEvents(name, 1042));
+        const QString outcome = host.events(name, 1042).first()["desc"].toString();
+        QVERIFY2(outcome.endsWith("successful"), qPrintable(outcome));
+        QFile history(file);
+        QVERIFY(history.open(QIODevice::ReadOnly));
+        files[next++] = history.readAll();
+    }
+    QVERIFY(files[0].count('\n') > 1);
+    QCOMPARE(files[0], files[1]);
+    QCOMPARE(QFileInfo("history.txt").size(), 0);
+    QCOMPARE(host.terminateAndWait(), 0);
+}
+
+void tst_Devhostlive::endsInEveryState_data()
+{
+    QTest::addColumn<QString>("device");
+    QTest::addColumn<QStringList>("options");
+    // 192.0.2.1 is an address that nobody has; its first connection is tried after 5 s.
+    const QString tcp = "name=d,tcp=192.0.2.1:502";
+    QTest::newRow("silent TCP peer, thread") << tcp << QStringList { "--duration", "6" };
+    QTest::newRow("silent TCP peer, poll()") << tcp << QStringList { "--duration", "6", "--poll" };
+    QTest::newRow("no such port") << SerialDevice << QStringList { "--duration", "1" };
+    QTest::newRow("no driver") << SerialDevice
+                               << QStringList { "--duration", "1", "--driver-dir", "." };
+}
+
+void tst_Devhostlive::endsInEveryState()
+{
+    QFETCH(QString, device);
+    QFETCH(QStringList, options);
+    HostProcess host;
+    host.startHost(plugin(), options + QStringList { "--device", device, "--require-online" });
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(host.exitCodeOf(), 7);
+    QVERIFY2(timer.elapsed() < 9000, "the end took too long");
+    const QString errors = host.errors();
+    QCOMPARE(errors.contains("Cannot load library libkx300_g4_6-20k"),
+             options.contains("--driver-dir"));
+    for (const char *complaint : { "QThread", "QSocketNotifier", "QObject", "did not end" })
+        QVERIFY2(!errors.contains(QLatin1String(complaint)), qPrintable(errors));
+}
+
+QTEST_GUILESS_MAIN(tst_Devhostlive)
+#include "tst_devhostlive.moc"
