@@ -56,6 +56,8 @@ HostWindow::HostWindow(const HostOptions &options, DeviceHost &host)
     connect(&host, &DeviceHost::posted, this, &HostWindow::take);
     connect(&host, &DeviceHost::logged, this, &HostWindow::takeEntry);
     select(0);
+    // No control has the focus at first: a stray key changes nothing.
+    setFocus();
     resize(options.windowSize);
 }
 
