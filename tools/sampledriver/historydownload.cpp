@@ -92,6 +92,8 @@ bool downloadHistory(ModbusLine &line)
         if (line.read(4, historyHeader, 2, before) != Outcome::Answered)
             return false;
         const Header header { before[0], before[1] };
+        if (header.count > historyCapacity)
+            return false;
         const std::vector<Record> records = readRecords(line, header.count);
         if (line.read(4, historyHeader, 2, after) != Outcome::Answered)
             return false;
