@@ -48,6 +48,7 @@ Dialog::Dialog(QWidget *parent)
     connect(m_okButton, &QPushButton::clicked, this, &Dialog::checkRange);
     connect(m_cancelButton, &QPushButton::clicked, this, &Dialog::reject);
     m_closeTimer.setSingleShot(true);
+    m_closeTimer.setTimerType(Qt::PreciseTimer); // a coarse one may fire 5 % early
     connect(&m_closeTimer, &QTimer::timeout, this, &Dialog::close);
 }
 

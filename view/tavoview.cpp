@@ -7,6 +7,7 @@
 #include "msgbox.h"
 #include "recordtable.h"
 #include "valuepanel.h"
+#include "viewstyle.h"
 
 #include <QAbstractButton>
 #include <QBoxLayout>
@@ -29,45 +30,11 @@ QFont viewFont(int pointSize, QFont::Weight weight = QFont::Normal)
     return QFont(QStringLiteral("Microsoft YaHei"), pointSize, weight);
 }
 
-// A page that scrolls when its contents do not fit.
-QScrollArea *createScrollPage(QWidget *contents, QWidget *parent)
-{
-    auto *page = new QScrollArea(parent);
-    page->setFrameShape(QFrame::NoFrame);
-    page->setWidgetResizable(true);
-    page->setWidget(contents);
-    // The ground is that of the tab, as on the other pages.
-    page->viewport()->setAutoFillBackground(false);
-    contents->setAutoFillBackground(false);
-    return page;
-}
-
 QStackedWidget *createStack(const char *objectName, QWidget *parent)
 {
     auto *stack = new QStackedWidget(parent);
     stack->setObjectName(QString::fromLatin1(objectName));
     return stack;
-}
-
-// Widgets with a style sheet of their own do not inherit a font.
-void spreadFont(QWidget &top)
-{
-    const QList<QWidget *> widgets = top.findChildren<QWidget *>();
-    for (QWidget *widget : widgets) {
-        if (!widget->testAttribute(Qt::WA_SetFont))
-            widget->setFont(top.font());
-    }
-}
-
-// The view's tabs vanish when they are disabled; the titles of these stay, though greyed.
-void keepDisabledTabs(QTabWidget &tabs, const QFont &font)
-{
-    const QFontMetrics metrics(font);
-    int width = 0;
-    for (int i = 0; i < tabs.count(); ++i)
-        width = qMax(width, metrics.horizontalAdvance(tabs.tabText(i)));
-    tabs.setStyleSheet(
-        QStringLiteral("QTabBar::tab:disabled {min-width: %1px; color: gray;}").arg(width + 24));
 }
 
 } // namespace

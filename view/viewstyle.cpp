@@ -1,0 +1,36 @@
+#include "viewstyle.h"
+
+#include <QFontMetrics>
+#include <QScrollArea>
+#include <QTabWidget>
+
+QScrollArea *createScrollPage(QWidget *contents, QWidget *parent)
+{
+    auto *page = new QScrollArea(parent);
+    page->setFrameShape(QFrame::NoFrame);
+    page->setWidgetResizable(true);
+    page->setWidget(contents);
+    // The ground is that of the tab, as on the other pages.
+    page->viewport()->setAutoFillBackground(false);
+    contents->setAutoFillBackground(false);
+    return page;
+}
+
+void spreadFont(QWidget &top)
+{
+    const QList<QWidget *> widgets = top.findChildren<QWidget *>();
+    for (QWidget *widget : widgets) {
+        if (!widget->testAttribute(Qt::WA_SetFont))
+            widget->setFont(top.font());
+    }
+}
+
+void keepDisabledTabs(QTabWidget &tabs, const QFont &font)
+{
+    const QFontMetrics metrics(font);
+    int width = 0;
+    for (int i = 0; i < tabs.count(); ++i)
+        width = qMax(width, metrics.horizontalAdvance(tabs.tabText(i)));
+    tabs.setStyleSheet(
+        QStringLiteral("QTabBar::tab:disabled {min-width: %1px; color: gray;}").arg(width + 24));
+}
