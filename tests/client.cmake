@@ -31,8 +31,6 @@ tavo_test_driver(driverbinding ${drivers}/changing)
 target_compile_definitions(tst_driverbinding PRIVATE DRIVERS="${drivers}")
 
 foreach(name tavoclient clientthreads)
-  # The offscreen platform leaks its screen, which AddressSanitizer reports; the minimal one not.
-  tavo_add_test(${name} LIBRARIES tavo_client tavo_view LABELS threads
-    ENVIRONMENT QT_QPA_PLATFORM=minimal)
+  tavo_add_test(${name} LIBRARIES tavo_client tavo_view LABELS threads)
   tavo_test_driver(${name} ${drivers}/complete)
 endforeach()

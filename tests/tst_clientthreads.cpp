@@ -305,7 +305,7 @@ void tst_ClientThreads::reconfiguredWhilePolling()
     QCOMPARE(used, (QSet<QPair<QString, int>> { last }));
 }
 
-// The socket of a poll() goes with the thread that polled, whether that has an event loop or not.
+// The socket of a poll() is closed in the thread that polled, by its event loop.
 void tst_ClientThreads::peerWhileThreadEnds()
 {
     QTcpServer server;
@@ -314,18 +314,20 @@ void tst_ClientThreads::peerWhileThreadEnds()
     configure(*client, "ups1",
               "commType=1\nipAddr=127.0.0.1\nport=" + QByteArray::number(server.serverPort())
                   + '\n');
-    QThread host;
-    QObject inHost;
-    inHost.moveToThread(&host);
-    host.start();
-    QMetaObject::invokeMethod(
-        &inHost, [&] { client->poll(); }, Qt::BlockingQueuedConnection);
-    QVERIFY(server.waitForNewConnection(1000));
+    std::atomic<bool> polled { false };
+    const std::unique_ptr<QThread> host(QThread::create([&] {
+        client->poll();
+        polled = true;
+        QEventLoop().exec();
+    }));
+    host->start();
+    QTRY_VERIFY_WITH_TIMEOUT(polled, 20000);
+    QTRY_VERIFY(server.hasPendingConnections());
     const std::unique_ptr<QTcpSocket> peer(server.nextPendingConnection());
     client.reset();
     QTRY_COMPARE(peer->state(), QAbstractSocket::UnconnectedState);
-    host.quit();
-    QVERIFY(host.wait());
+    host->quit();
+    QVERIFY(host->wait());
 }
 
 QTEST_GUILESS_MAIN(tst_ClientThreads)
