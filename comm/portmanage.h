@@ -22,9 +22,10 @@ struct CommHandle
  *
  * Serial ports are closed every 30 seconds and opened again by the next getPortHandle().
  *
- * Threads:   all functions from any thread; its timers run in the application's main thread. Lock
- *            order: the manager's mutex, then a port's lock. The mutex is not held while a port
- *            is waited for or opened. Waits end early when the thread's StopSource asks.
+ * Threads:   all functions from any thread, but timerProc() only in its own, the application's
+ *            main thread, where the timers run. Lock order: the manager's mutex, then a port's
+ *            lock. The mutex is not held while a serial port is waited for or opened. Waits end
+ *            early when the thread's StopSource asks.
  * Ownership: owns ports and handles for the life of the process; callers borrow them.
  * Errors:    a port that does not open stays registered and is tried again at every request.
  */

@@ -19,6 +19,7 @@ using std::chrono::seconds;
 // What a terminal driver takes over before a write has to wait.
 constexpr int driverBuffer = 4096;
 constexpr int bitsPerByte = 11;
+constexpr long longestWait = 86'400; // s
 
 struct ErrorRow
 {
@@ -221,8 +222,9 @@ qint64 SerialPort::bytesAvailable() const
 {
     if (!isOpen())
         return QIODevice::bytesAvailable();
-    const auto limit = std::chrono::ceil<milliseconds>(
-        seconds(selectTimeout.seconds) + std::chrono::microseconds(selectTimeout.remainder));
+    const auto limit =
+        std::chrono::ceil<milliseconds>(seconds(qBound(-1L, selectTimeout.seconds, longestWait))
+                                        + std::chrono::microseconds(selectTimeout.remainder));
     const auto end = StopSource::waitFor(descriptor(), POLLIN | POLLPRI, limit);
     if (end == StopSource::Wait::TimedOut) {
         errorCode = TimedOut;

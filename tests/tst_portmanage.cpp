@@ -259,8 +259,6 @@ void tst_PortManage::threadsShareALine()
     const ModbusServer device(line.master());
     PortManage manager;
     std::atomic<int> failures { 0 };
-    QElapsedTimer clock;
-    clock.start();
     inThreads([&](int thread) {
         for (int i = 0; i < exchanges / threadCount; ++i) {
             SerialPort *port = manager.getPortHandle(line.name());
@@ -270,7 +268,6 @@ void tst_PortManage::threadsShareALine()
         }
     });
     QCOMPARE(failures.load(), 0);
-    qInfo("%d exchanges in %lld ms", exchanges, clock.elapsed());
 }
 
 // Ticks, reopening and new ports beside exchanges: nothing deadlocks, and the line recovers.
