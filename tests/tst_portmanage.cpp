@@ -1,12 +1,10 @@
 // The port manager on pseudo-terminals: who gets which port, when it closes, who waits for whom.
 
-#include "comm/commio.h"
-#include "comm/driverapi.h"
-#include "comm/modbusframe.h"
 #include "comm/portlock.h"
 #include "comm/portmanage.h"
 #include "modbusserver.h"
 #include "ptypair.h"
+#include "registerread.h"
 #include "warningguard.h"
 
 #include <QDir>
@@ -24,10 +22,11 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr int threadCount = 4;
+const QString iniName = QStringLiteral("serial.ini");
 
 void writeIni(const QByteArray &text)
 {
-    QFile file(QStringLiteral("serial.ini"));
+    QFile file(iniName);
     QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
     QCOMPARE(file.write(text), text.size());
 }
@@ -41,20 +40,10 @@ template <typename Function> void inThreads(Function function)
         thread.join();
 }
 
-// One exchange in the pieces that a driver makes of it; others on the line would get in between.
 bool exchange(SerialPort &port, int address)
 {
     PortDescriptor handle { &port, CommRead, CommWrite };
-    unsigned char frame[64] = {};
-    auto *bytes = reinterpret_cast<char *>(frame);
-    const int length = buildCmd(frame, 1, 3, address, 4);
-    if (CommWrite(&handle, bytes, 3) != 3 || CommWrite(&handle, bytes + 3, 5) != 5)
-        return false;
-    int got = 0;
-    for (int part = 1; got < length && part > 0; got += qMax(0, part))
-        part = CommRead(&handle, bytes + got, length - got);
-    return got == length && checkModbufCRC(frame, got) == 0
-        && UINT8_2_to_UINT16(frame + 3) == 3 * address;
+    return readRegisters(handle, address, 4);
 }
 
 } // namespace
@@ -66,9 +55,8 @@ class tst_PortManage : public QObject
 private slots:
     void initTestCase();
     void init();
-    void cleanup();
+    void cleanup() { QCOMPARE(m_guard->unexpected(), QStringList()); }
     void oneInstanceInTheMainThread();
-    void settingsFile_data();
     void settingsFile();
     void settingsChangeAtReOpen();
     void idlePortsAreClosed();
@@ -79,7 +67,7 @@ private slots:
 
 private:
     QTemporaryDir m_folder;
-    std::unique_ptr<WarningGuard> m_guard;
+    std::optional<WarningGuard> m_guard; // emplace() ends the old one first
 };
 
 void tst_PortManage::initTestCase()
@@ -89,14 +77,8 @@ void tst_PortManage::initTestCase()
 
 void tst_PortManage::init()
 {
-    m_guard = std::make_unique<WarningGuard>();
-    QFile::remove(QStringLiteral("serial.ini"));
-}
-
-void tst_PortManage::cleanup()
-{
-    QCOMPARE(m_guard->unexpected(), QStringList());
-    m_guard.reset();
+    m_guard.emplace();
+    QFile::remove(iniName);
 }
 
 void tst_PortManage::oneInstanceInTheMainThread()
@@ -109,7 +91,7 @@ void tst_PortManage::oneInstanceInTheMainThread()
     auto *timer = got[0]->findChild<QTimer *>(QString(), Qt::FindDirectChildrenOnly);
     QTRY_VERIFY(timer->isActive());
     QCOMPARE(timer->interval(), 30'000);
-    QCOMPARE(QMetaType::type("QMap<QString,SerialPort*>") != QMetaType::UnknownType, true);
+    QVERIFY(QMetaType::type("QMap<QString,SerialPort*>") != QMetaType::UnknownType);
 
     // It runs there, too: the tick closes a port that another thread opened.
     PtyPair line;
@@ -121,56 +103,48 @@ void tst_PortManage::oneInstanceInTheMainThread()
     timer->start(30'000);
 }
 
-void tst_PortManage::settingsFile_data()
-{
-    QTest::addColumn<QByteArray>("ini"); // NAME stands for the port
-    QTest::addColumn<QString>("param");
-    QTest::addColumn<int>("tenths");
-    QTest::addColumn<QString>("warning");
-    const QString usual = QStringLiteral("9600,n,8,1");
-    const QString other = QStringLiteral("1200,e,8,2");
-    QTest::newRow("no file") << QByteArray() << usual << 10 << QString();
-    QTest::newRow("quoted") << QByteArray("[dev]\npts\\NUMBER\\param=\"1200,e,8,2\"\n") << other
-                            << 10 << QString();
-    QTest::newRow("typed") << QByteArray("[dev]\npts/NUMBER/param=1200,e,8,2\n"
-                                         "pts/NUMBER/timeout=500\n")
-                           << other << 5 << QString();
-    QTest::newRow("typed with slash")
-        << QByteArray("NAME/param=1200,e,8,2\nNAME/timeout=700\n") << other << 7 << QString();
-    QTest::newRow("section with slash")
-        << QByteArray("[NAME]\nparam=\"1200,e,8,2\"\n") << other << 10 << QString();
-    QTest::newRow("negative timeout") << QByteArray("[NAME]\ntimeout=-5\n") << usual << 10
-                                      << "serial.ini: timeout of NAME is no time: -5";
-    QTest::newRow("worded timeout") << QByteArray("[dev]\npts\\NUMBER\\timeout=soon\n") << usual
-                                    << 10 << "serial.ini: timeout of NAME is no time: soon";
-    QTest::newRow("binary value") << QByteArray("[dev]\npts\\NUMBER\\param=\x01\x02\xff\n") << usual
-                                  << 10 << "serial.ini: settings of NAME are no text";
-    QTest::newRow("folder") << QByteArray("folder") << usual << 10
-                            << "serial.ini: cannot be read, the defaults stand for NAME";
-}
-
 void tst_PortManage::settingsFile()
 {
-    QFETCH(QByteArray, ini);
-    QFETCH(QString, warning);
-    PtyPair line;
-    const QString name = line.name();
-    ini.replace("NAME", name.toUtf8()).replace("NUMBER", QFileInfo(name).fileName().toUtf8());
-    if (ini == "folder")
-        QVERIFY(QDir().mkdir(QStringLiteral("serial.ini")));
-    else if (!ini.isEmpty())
-        writeIni(ini);
-    PortManage manager;
-    if (!warning.isEmpty())
-        m_guard->expect(QLatin1Char('^')
-                        + QRegularExpression::escape(warning.replace(QLatin1String("NAME"), name)));
-    SerialPort *port = manager.getPortHandle(name);
-    QTEST(port->getPortSettings(), "param");
-    QTEST(int(line.settings().c_cc[VTIME]), "tenths");
-    manager.ReOpen(name);
-    QCOMPARE(m_guard->messages().filter(QStringLiteral("serial.ini")).size(),
-             warning.isEmpty() ? 0 : 1); // told once
-    QDir().rmdir(QStringLiteral("serial.ini"));
+    const struct
+    {
+        QByteArray ini; // NAME stands for the port
+        const char *param;
+        int tenths;
+        const char *warning;
+    } rows[] = {
+        // clang-format off
+        { "",                                                             "9600,n,8,1", 10, "" },
+        { "[dev]\npts\\NUMBER\\param=\"1200,e,8,2\"\n",                    "1200,e,8,2", 10, "" },
+        { "[dev]\npts/NUMBER/param=1200,e,8,2\npts/NUMBER/timeout=500\n", "1200,e,8,2",  5, "" },
+        { "NAME/param=1200,e,8,2\nNAME/timeout=700\n",                    "1200,e,8,2",  7, "" },
+        { "[NAME]\nparam=\"1200,e,8,2\"\n",                               "1200,e,8,2", 10, "" },
+        { "[NAME]\ntimeout=-5\n",                                         "9600,n,8,1", 10, "timeout of NAME is no time: -5" },
+        { "[dev]\npts\\NUMBER\\timeout=soon\n",                           "9600,n,8,1", 10, "timeout of NAME is no time: soon" },
+        { "[dev]\npts\\NUMBER\\param=\x01\x02\xff\n",                     "9600,n,8,1", 10, "settings of NAME are no text" },
+        { "folder",                                                       "9600,n,8,1", 10, "cannot be read, the defaults stand for NAME" },
+        // clang-format on
+    };
+    for (const auto &row : rows) {
+        m_guard.emplace();
+        PtyPair line;
+        const QByteArray name = line.name().toUtf8();
+        const QByteArray number = name.mid(name.lastIndexOf('/') + 1);
+        if (row.ini == "folder")
+            QVERIFY(QFile::remove(iniName) && QDir().mkdir(iniName));
+        else
+            writeIni(QByteArray(row.ini).replace("NAME", name).replace("NUMBER", number));
+        const QByteArray warning = QByteArray(row.warning).replace("NAME", name);
+        m_guard->expect(QLatin1String("^serial.ini: ") + QString::fromUtf8(warning));
+        PortManage manager;
+        const SerialPort *port = manager.getPortHandle(line.name());
+        QCOMPARE(port->getPortSettings(), QString::fromLatin1(row.param));
+        QCOMPARE(int(line.settings().c_cc[VTIME]), row.tenths);
+        manager.ReOpen(line.name());
+        QCOMPARE(m_guard->messages().filter(iniName).size(),
+                 warning.isEmpty() ? 0 : 1); // told once
+        QCOMPARE(m_guard->unexpected(), QStringList());
+    }
+    QVERIFY(QDir().rmdir(iniName));
 }
 
 void tst_PortManage::settingsChangeAtReOpen()
