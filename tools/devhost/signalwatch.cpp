@@ -52,8 +52,9 @@ SignalWatch::SignalWatch(QObject *parent)
 
 SignalWatch::~SignalWatch()
 {
+    // What is left to do is short and removes files: a late signal must not cut it off.
     for (int number : watchedSignals)
-        install(number, SIG_DFL, 0);
+        install(number, SIG_IGN, 0);
     ::close(pipeEnds[0]);
     ::close(pipeEnds[1]);
 }
