@@ -1,5 +1,5 @@
 # Plug-ins for the host to load or to refuse.
-set(fixtures fakeclient wrongiid wrongclass wrongbase unresolved)
+set(fixtures fakeclient wrongiid wrongclass unresolved)
 foreach(fixture ${fixtures})
   add_library(devhost_${fixture} MODULE devhost/${fixture}.cpp)
   target_link_libraries(devhost_${fixture} PRIVATE tavo_options tavo_hostapi)

@@ -1,8 +1,6 @@
 #include "support/hostprocess.h"
 
 #include "tools/devhost/hostcommand.h"
-#include "tools/devhost/hostoptions.h"
-#include "tools/devhost/linewriter.h"
 
 #include <QSettings>
 #include <QtTest>
@@ -33,8 +31,6 @@ class tst_Devhost : public QObject
     Q_OBJECT
 
 private slots:
-    void devices_data();
-    void devices();
     void commands_data();
     void commands();
     void refusals_data();
@@ -44,49 +40,9 @@ private slots:
     void serialSettingsAreMerged();
     void commandsAndEvents();
     void logs();
-    void logWithOtherColumns();
-    void fullDisk();
     void closedOutput();
     void leavesNothingBehind();
 };
-
-void tst_Devhost::devices_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("expected"); // name|port|host|TCP port|address|settings, or the error
-
-    QTest::newRow("port") << "name=a b,port=/dev/ttyS0,addr=9"
-                          << "a b|/dev/ttyS0||502|9|";
-    QTest::newRow("settings hold commas") << "name=a,port=p,settings=9600,n,8,1,addr=2"
-                                          << "a|p||502|2|9600,n,8,1";
-    QTest::newRow("TCP, standard port") << "name=a,tcp=ups.example"
-                                        << "a||ups.example|502|1|";
-    QTest::newRow("IPv6") << "name=a,tcp=[fe80::1]:1502"
-                          << "a||fe80::1|1502|1|";
-    QTest::newRow("no name") << "port=p"
-                             << "it has no name";
-    QTest::newRow("both") << "name=a,port=p,tcp=h"
-                          << "it needs either port= or tcp=";
-    QTest::newRow("address 0") << "name=a,port=p,addr=0"
-                               << "addr=0 is not usable";
-    QTest::newRow("TCP port 65536") << "name=a,tcp=h:65536"
-                                    << "tcp=h:65536 is not usable";
-    QTest::newRow("unknown key") << "name=a,port=p,baud=1"
-                                 << "unknown key \"baud\"";
-}
-
-void tst_Devhost::devices()
-{
-    QFETCH(QString, text);
-    QString result;
-    if (const std::optional<DeviceSpec> device = parseDevice(text, result))
-        result = QStringLiteral("%1|%2|%3|%4|%5|%6")
-                     .arg(device->name, device->port, device->host)
-                     .arg(device->tcpPort)
-                     .arg(device->address)
-                     .arg(device->settings);
-    QTEST(result, "expected");
-}
 
 void tst_Devhost::commands_data()
 {
@@ -97,8 +53,6 @@ void tst_Devhost::commands_data()
                            << "0|ups1|1003|";
     QTest::newRow("value with blanks") << "ups1 1045 a b.csv"
                                        << "0|ups1|1045|a b.csv";
-    QTest::newRow("with the word") << "control ups1 2016 3005,18"
-                                   << "0|ups1|2016|3005,18";
     QTest::newRow("delay") << "@1.5s ups1 1003"
                            << "1.5|ups1|1003|";
     QTest::newRow("plain delay") << "5 ups1 1003"
@@ -111,10 +65,6 @@ void tst_Devhost::commands_data()
                                     << "wrong";
     QTest::newRow("no number") << "ups1 start"
                                << "wrong";
-    QTest::newRow("negative delay") << "-5 ups1 1003"
-                                    << "wrong";
-    QTest::newRow("blank") << "  "
-                           << "nothing";
     QTest::newRow("quit") << " quit "
                           << "quit";
 }
@@ -157,10 +107,17 @@ void tst_Devhost::refusals_data()
                            << "its class is \"otherClient\", not \"tavoClient\"";
     QTest::newRow("unresolved symbol")
         << plugin(fixture("unresolved")) << 3 << "symbolThatNobodyDefines";
-    QTest::newRow("base class") << plugin(fixture("wrongbase")) << 3
-                                << "its object is no acquisition client";
     QTest::newRow("no device") << QStringList { "--plugin", good } << 2 << "no device";
     QTest::newRow("same name twice") << device + device << 2 << "two devices are named \"s\"";
+    QTest::newRow("no name") << QStringList { "--device", "port=p" } << 2 << "it has no name";
+    QTest::newRow("two lines") << QStringList { "--device", "name=a,port=p,tcp=h" } << 2
+                               << "it needs either port= or tcp=";
+    QTest::newRow("address 0") << QStringList { "--device", "name=a,port=p,addr=0" } << 2
+                               << "addr=0 is not usable";
+    QTest::newRow("log with other columns")
+        << (plugin(good) + QStringList { "--data-log", good }) << 9 << "holds other columns";
+    QTest::newRow("full disk") << (plugin(good) + QStringList { "--event-log", "/dev/full" }) << 9
+                               << "/dev/full";
     QTest::newRow("interval") << device + QStringList { "--interval", "x" } << 2
                               << "--interval: \"x\"";
     QTest::newRow("option") << QStringList { "--bogus" } << 2 << "bogus";
@@ -276,25 +233,6 @@ void tst_Devhost::logs()
          { "s,2006,appear,5 here", "s,2006,disappear,5 gone", "s,1041,lost,communication lost",
            "s,1040,restored,communication restored" })
         QCOMPARE(events.count(QByteArray("2026-01-02 03:04:05,") + line), 2);
-}
-
-void tst_Devhost::logWithOtherColumns()
-{
-    QFile other("other.csv");
-    QVERIFY(other.open(QIODevice::WriteOnly));
-    other.write("something else\n");
-    other.close();
-    HostProcess host;
-    host.startHost(fixture("fakeclient"), { "--device", SerialDevice, "--data-log", "other.csv" });
-    QCOMPARE(host.exitCodeOf(), 9);
-    QCOMPARE(fileLines("other.csv"), QList<QByteArray> { "something else" });
-}
-
-void tst_Devhost::fullDisk()
-{
-    LineWriter writer;
-    QVERIFY(writer.open("/dev/full", "header").contains("/dev/full"));
-    QCOMPARE(writer.writeLine("row"), QString()); // reported once
 }
 
 void tst_Devhost::closedOutput()

@@ -13,15 +13,6 @@ QString plugin()
     return qEnvironmentVariable("PLUGIN");
 }
 
-/** The value of an identifier in the latest report; -1 without one. */
-double latest(HostProcess &host, const QString &device, const char *identifier)
-{
-    const QList<QJsonObject> reports = host.events(device, 2007);
-    return reports.isEmpty()
-        ? -1
-        : reports.last()["data"].toObject()[QLatin1String(identifier)].toDouble(-1);
-}
-
 } // namespace
 
 /** The host with the real plug-in and driver on simulated devices. */
@@ -32,8 +23,6 @@ class tst_Devhostlive : public QObject
 private slots:
     void lossAndReturn_data();
     void lossAndReturn();
-    void commandsActOnTheDevice();
-    void mainsFailureIsLogged();
     void historyOverBothLines();
     void endsInEveryState_data();
     void endsInEveryState();
@@ -98,55 +87,6 @@ void tst_Devhostlive::lossAndReturn()
     QCOMPARE(host.events(name, 2001).last()["state"].toInt(-1), 0);
     QCOMPARE(host.events(name, 1041).size(), 1);
     QCOMPARE(host.terminateAndWait(), 0);
-}
-
-void tst_Devhostlive::commandsActOnTheDevice()
-{
-    UpsSimProcess simulator;
-    QVERIFY2(simulator.start(), qPrintable(simulator.message()));
-    HostProcess host;
-    host.startHost(
-        plugin(),
-        { "--device", deviceOption(simulator, false), "--quiet", "--send", "serial 2016 3005,18" });
-    QVERIFY(host.waitForEvents("serial", 2007));
-    QTRY_COMPARE_WITH_TIMEOUT(latest(host, "serial", "3005"), 18.0, 20000);
-    QCOMPARE(latest(host, "serial", "4241"), 4.0); // online
-    host.write("serial 1003\n");
-    QTRY_COMPARE_WITH_TIMEOUT(latest(host, "serial", "4241"), 6.0, 20000); // battery test
-    host.write("serial 1006\nserial 1016\n");
-    QTRY_COMPARE_WITH_TIMEOUT(latest(host, "serial", "4241"), 3.0, 20000); // bypass
-    host.write("quit\n");
-    QCOMPARE(host.exitCodeOf(), 0);
-}
-
-void tst_Devhostlive::mainsFailureIsLogged()
-{
-    QFile::remove("live.csv");
-    UpsSimProcess simulator;
-    QVERIFY2(simulator.start(), qPrintable(simulator.message()));
-    HostProcess host;
-    host.startHost(plugin(),
-                   { "--device", deviceOption(simulator, false), "--quiet", "--event-log",
-                     "live.csv", "--data-log", "live-data.csv" });
-    QVERIFY(host.waitForEvents("serial", 2007));
-    QVERIFY2(simulator.perform("mains off"), qPrintable(simulator.message()));
-    QVERIFY(host.waitForEvents("serial", 2006));
-    QVERIFY(host.waitForEvents("serial", 2009));
-    QVERIFY2(simulator.perform("mains on"), qPrintable(simulator.message()));
-    QVERIFY(host.waitForEvents("serial", 2009, 2));
-    QCOMPARE(host.terminateAndWait(), 0);
-    QFile log("live.csv");
-    QVERIFY(log.open(QIODevice::ReadOnly));
-    const QByteArray text = log.readAll();
-    QVERIFY2(text.contains(",serial,1040,restored,"), text.constData());
-    QVERIFY2(text.contains(",serial,2006,appear,"), text.constData());
-    QVERIFY2(text.contains(",serial,2006,disappear,"), text.constData());
-    QFile data("live-data.csv");
-    QVERIFY(data.open(QIODevice::ReadOnly));
-    const int columns = data.readLine().count(',');
-    QVERIFY(columns > 10);
-    const QByteArray row = data.readLine();
-    QVERIFY2(row.count(',') == columns && row.contains("Float charge"), row.constData());
 }
 
 void tst_Devhostlive::historyOverBothLines()

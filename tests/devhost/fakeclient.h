@@ -10,7 +10,7 @@
  *     3 "4105=270.5"  a report with that value
  *     other           a history result that names the command
  *
- * The first cycle posts 1040 and 2001. Its view has two tabs and a button that asks for 1003. Threads and Ownership as for CollectThread.
+ * The first cycle posts 1040 and 2001. Its view has two tabs. Threads and Ownership as for CollectThread.
  */
 class tavoClient : public CollectThread
 {
