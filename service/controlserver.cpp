@@ -6,7 +6,6 @@
 namespace {
 
 constexpr int peerLimit = 16;
-constexpr std::chrono::milliseconds peerTime { 5'000 };
 constexpr std::chrono::milliseconds probeTime { 500 };
 
 // True also for one that is too busy to accept: better to refuse than to take its socket away.
@@ -22,8 +21,9 @@ bool somebodyListens(const QString &path)
 
 } // namespace
 
-ControlServer::ControlServer(Handler handler)
+ControlServer::ControlServer(Handler handler, std::chrono::milliseconds peerTime)
     : m_handler(std::move(handler))
+    , m_peerTime(peerTime)
 {
     m_server.setSocketOptions(QLocalServer::UserAccessOption);
     connect(&m_server, &QLocalServer::newConnection, this, &ControlServer::admitPeers);
@@ -52,7 +52,7 @@ void ControlServer::admit(QLocalSocket *peer)
     ++m_peers;
     auto *patience = new QTimer(peer);
     patience->setSingleShot(true);
-    patience->start(peerTime);
+    patience->start(m_peerTime);
     connect(patience, &QTimer::timeout, peer, &QLocalSocket::abort);
     connect(peer, &QLocalSocket::readyRead, patience, qOverload<>(&QTimer::start));
     connect(peer, &QLocalSocket::readyRead, this, [this, peer] { takeLines(peer); });

@@ -5,6 +5,7 @@
 #include <QLocalServer>
 #include <QObject>
 
+#include <chrono>
 #include <functional>
 
 class QLocalSocket;
@@ -23,10 +24,12 @@ class ControlServer : public QObject
     Q_OBJECT
 
 public:
+    static constexpr std::chrono::milliseconds DefaultPeerTime { 5'000 };
     using Handler = std::function<ControlReply(const ControlRequest &)>;
     enum class Outcome { Listening, Taken, Failed };
 
-    explicit ControlServer(Handler handler);
+    /** @param peerTime  how long a peer may be silent */
+    explicit ControlServer(Handler handler, std::chrono::milliseconds peerTime = DefaultPeerTime);
 
     /** Listens for the same user only. A socket file that nobody listens to is replaced. */
     [[nodiscard]] Outcome listen(const QString &path);
@@ -39,6 +42,7 @@ private:
     void takeLines(QLocalSocket *peer);
 
     Handler m_handler;
+    std::chrono::milliseconds m_peerTime;
     QLocalServer m_server;
     int m_peers = 0;
 };

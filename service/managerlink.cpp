@@ -58,6 +58,12 @@ ManagerLink::ManagerLink(ServiceScope scope, QObject *parent)
 {
 }
 
+ManagerLink::~ManagerLink()
+{
+    // Before the connection, which deletes its pending calls no matter who still refers to them.
+    qDeleteAll(findChildren<QDBusPendingCallWatcher *>());
+}
+
 void ManagerLink::open()
 {
     QThread *maker =

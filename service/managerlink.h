@@ -36,6 +36,7 @@ public:
     };
 
     ManagerLink(ServiceScope scope, QObject *parent);
+    ~ManagerLink() override;
 
     /** Connects and subscribes to the manager's signals. */
     void open();

@@ -44,8 +44,9 @@ bool leavesOpen(const ServiceResult &result, ServiceAction action)
         return false;
     const bool unmanaged =
         result.error == ServiceError::NotSupported || result.error == ServiceError::UnitMissing;
-    const bool rests = result.ok() && result.state != ServiceState::Running;
-    return unmanaged || (rests && action != ServiceAction::Start && !result.changed);
+    const bool rests = result.ok() && !result.changed
+        && (result.state == ServiceState::Stopped || result.state == ServiceState::Failed);
+    return unmanaged || rests;
 }
 
 } // namespace
