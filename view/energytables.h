@@ -141,11 +141,11 @@ public:
 
     // The places leave room for all panels, in the widest language, within 900x460.
     static constexpr EnergyPanelRow panels[] = {
-        { Panel::Input,    0, { -446,   48 }, 240, 16, QT_TR_NOOP("INPUT")   },
+        { Panel::Input,    0, { -446,   45 }, 240, 16, QT_TR_NOOP("INPUT")   },
         { Panel::Bypass,   1, { -215, -229 }, 380, 15, QT_TR_NOOP("BYPASS")  },
         { Panel::RecInv,   5, { -120, -142 }, 285, 16, QT_TR_NOOP("REC/INV") },
         { Panel::Load,     3, {  165,   48 }, 283, 16, QT_TR_NOOP("LOAD")    },
-        { Panel::Battery,  4, { -306,  117 }, 275, 16, QT_TR_NOOP("BATTERY") },
+        { Panel::Battery,  4, { -306,  112 }, 275, 16, QT_TR_NOOP("BATTERY") },
         { Panel::Device,  -1, {  195, -229 }, 253, 16, ""                    },
     };
 

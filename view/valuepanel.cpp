@@ -3,7 +3,6 @@
 #include "viewcolors.h"
 
 #include <QBoxLayout>
-#include <QGridLayout>
 #include <QLabel>
 #include <QPainter>
 #include <QPainterPath>
@@ -11,6 +10,8 @@
 namespace {
 
 constexpr double Radius = 6;
+constexpr int RowHeight = 21;
+constexpr int RowSpacing = 2;
 
 // Set on each label: what labels inherit is the desktop's, or the host's style sheet.
 void setTextColor(QWidget &widget, const QColor &color)
@@ -44,25 +45,28 @@ QWidget *ValuePanel::createBody(const QList<ParameterInformation *> &records)
 {
     auto *body = new QWidget(this);
     body->setObjectName(QStringLiteral("PanelBody"));
-    auto *grid = new QGridLayout(body);
-    grid->setContentsMargins(12, 8, 12, 8);
-    grid->setHorizontalSpacing(8);
-    grid->setVerticalSpacing(6);
-    grid->setColumnStretch(1, 1);
+    auto *rows = new QVBoxLayout(body);
+    rows->setContentsMargins(12, 8, 12, 8);
+    rows->setSpacing(RowSpacing);
     const QFont font(QStringLiteral("Microsoft YaHei"), 10);
-    for (int row = 0; row < records.size(); ++row) {
-        auto *name = new QLabel(records.at(row)->name, body);
+    for (const ParameterInformation *record : records) {
+        auto *name = new QLabel(record->name, body);
         name->setObjectName(QStringLiteral("PanalBodyKeyName")); // spelling is bound by name
         name->setFont(font);
         setTextColor(*name, ViewColors::SecondaryText);
-        auto *value = new QLabel(records.at(row)->value, body);
+        auto *value = new QLabel(record->value, body);
         value->setObjectName(QStringLiteral("PanalBodyKeyValue")); // spelling is bound by name
         value->setFont(font);
         setTextColor(*value, ViewColors::Text);
         value->setTextFormat(Qt::PlainText); // device texts are no markup
         value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-        grid->addWidget(name, row, 0);
-        grid->addWidget(value, row, 1);
+        auto *row = new QHBoxLayout;
+        row->addWidget(name);
+        // Gives the rows air, and gives it up in a small window.
+        row->addSpacerItem(
+            new QSpacerItem(0, RowHeight, QSizePolicy::Expanding, QSizePolicy::Maximum));
+        row->addWidget(value);
+        rows->addLayout(row);
         m_valueLabels.append(value);
     }
     return body;
