@@ -4,8 +4,10 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <iterator>
 
 namespace {
 
@@ -56,11 +58,18 @@ QJsonValue jsonValue(const QVariant &value)
     return object;
 }
 
-/** Entries that say nothing new beside the name, the time and the type of the line. */
-bool isShownElsewhere(const QString &key)
+/** Entries that a line of text leaves out: its beginning says them, or they are for programs. */
+constexpr const char *hiddenKeys[] = { "name", "timeStr", "protocol", "port",
+                                       "data", "alarmId", "dis_alarm" };
+
+bool isShown(const HostEvent &event, const QString &key, const QVariant &value)
 {
-    return key == QLatin1String("name") || key == QLatin1String("timeStr")
-        || key == QLatin1String("protocol") || key == QLatin1String("port");
+    const auto isKey = [&key](const char *hidden) { return key == QLatin1String(hidden); };
+    if (std::any_of(std::begin(hiddenKeys), std::end(hiddenKeys), isKey))
+        return false;
+    if (key == QLatin1String("desc"))
+        return value.toString() != event.device();
+    return key != QLatin1String("lost") || value.toInt() != 0;
 }
 
 } // namespace
@@ -119,7 +128,7 @@ QString eventText(const HostEvent &event, const QStringList &eventTexts)
         return line + QStringLiteral(": %1 values").arg(event.data().size());
     QStringList parts;
     for (auto it = event.map.constBegin(); it != event.map.constEnd(); ++it)
-        if (!isShownElsewhere(it.key()))
+        if (isShown(event, it.key(), it.value()))
             parts << it.key() + QLatin1Char('=') + it.value().toString();
-    return line + QStringLiteral(": ") + parts.join(QLatin1String(", "));
+    return parts.isEmpty() ? line : line + QStringLiteral(": ") + parts.join(QLatin1String(", "));
 }
