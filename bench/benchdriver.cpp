@@ -13,7 +13,8 @@ std::atomic<long> queries { 0 };
 
 extern "C" {
 
-__attribute__((visibility("default"))) int Query(PortDescriptor *, int, DataCallback callback, void *context)
+__attribute__((visibility("default"))) int Query(PortDescriptor *, int, DataCallback callback,
+                                                 void *context)
 {
     const long turn = queries.fetch_add(1) + 1;
     for (int i = 0; i < values; ++i) {

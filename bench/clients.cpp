@@ -51,7 +51,9 @@ double processorTime()
 {
     rusage usage {};
     getrusage(RUSAGE_SELF, &usage);
-    const auto ns = [](const timeval &time) { return double(time.tv_sec) * 1e9 + double(time.tv_usec) * 1e3; };
+    const auto ns = [](const timeval &time) {
+        return double(time.tv_sec) * 1e9 + double(time.tv_usec) * 1e3;
+    };
     return ns(usage.ru_utime) + ns(usage.ru_stime);
 }
 

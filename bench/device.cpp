@@ -92,7 +92,8 @@ TcpDevice::TcpDevice()
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     socklen_t size = sizeof address;
-    if (bind(m_listener, reinterpret_cast<sockaddr *>(&address), size) != 0 || listen(m_listener, 1) != 0
+    if (bind(m_listener, reinterpret_cast<sockaddr *>(&address), size) != 0
+        || listen(m_listener, 1) != 0
         || getsockname(m_listener, reinterpret_cast<sockaddr *>(&address), &size) != 0)
         qFatal("bench: no loopback socket");
     m_port = ntohs(address.sin_port);

@@ -21,8 +21,8 @@ void writeRecords(const QString &path, int count)
         qFatal("bench: %s", qPrintable(file.errorString()));
     for (int i = 0; i < count; ++i) {
         char line[64];
-        std::snprintf(line, sizeof line, "%d %d %d %d %d %d %d\n", i, 16 + i % 112, i % 2, i / 1000, i % 65536, i % 2,
-                      i % 12);
+        std::snprintf(line, sizeof line, "%d %d %d %d %d %d %d\n", i, 16 + i % 112, i % 2, i / 1000,
+                      i % 65536, i % 2, i % 12);
         file.write(line);
     }
 }
@@ -47,9 +47,10 @@ void convertMinimal()
         for (unsigned &value : field)
             value = unsigned(std::strtoul(rest, &rest, 10));
         const unsigned seconds = (field[5] << 16 | field[4]) % 86400;
-        std::fprintf(out, "%x,%s,%s,%u:%02u:%02u:%02u,%s,\n", field[0], field[1] < 64 ? "Bus Over Voltage" : "Overload",
-                     field[2] ? "Appear" : "Disappear", field[3], seconds / 3600, seconds / 60 % 60, seconds % 60,
-                     field[6] ? "grid mode" : "power on mode");
+        std::fprintf(out, "%x,%s,%s,%u:%02u:%02u:%02u,%s,\n", field[0],
+                     field[1] < 64 ? "Bus Over Voltage" : "Overload",
+                     field[2] ? "Appear" : "Disappear", field[3], seconds / 3600, seconds / 60 % 60,
+                     seconds % 60, field[6] ? "grid mode" : "power on mode");
     }
     std::fclose(out);
     std::fclose(in);
@@ -57,11 +58,13 @@ void convertMinimal()
 
 void convertWithAwk()
 {
-    const QString program = QStringLiteral(
-        "BEGIN { print \"ID,Content,Status,Time,History mode,\" }"
-        "{ s = ($6 * 65536 + $5) % 86400;"
-        "  printf \"%x,%s,%s,%d:%02d:%02d:%02d,%s,\\n\", $1, $2 < 64 ? \"Bus Over Voltage\" : \"Overload\","
-        "  $3 ? \"Appear\" : \"Disappear\", $4, s / 3600, s / 60 % 60, s % 60, $7 ? \"grid mode\" : \"power on mode\" }");
+    const QString program =
+        QStringLiteral("BEGIN { print \"ID,Content,Status,Time,History mode,\" }"
+                       "{ s = ($6 * 65536 + $5) % 86400;"
+                       "  printf \"%x,%s,%s,%d:%02d:%02d:%02d,%s,\\n\", $1, $2 < 64 ? \"Bus Over "
+                       "Voltage\" : \"Overload\","
+                       "  $3 ? \"Appear\" : \"Disappear\", $4, s / 3600, s / 60 % 60, s % 60, $7 ? "
+                       "\"grid mode\" : \"power on mode\" }");
     QProcess awk;
     awk.setStandardInputFile(QStringLiteral("history.txt"));
     awk.setStandardOutputFile(QStringLiteral("awk.csv"));
@@ -110,6 +113,7 @@ void benchHistoryExport(Runner &runner)
         row.toPeer = 0.3;
         row.rounds = records >= 100'000 ? 5 : 21;
         runner.run(row);
-        runner.note({ row.name + QStringLiteral(": peak memory"), peakGrowth(ours), QStringLiteral("KiB"), goalGrowth });
+        runner.note({ row.name + QStringLiteral(": peak memory"), peakGrowth(ours),
+                      QStringLiteral("KiB"), goalGrowth });
     }
 }

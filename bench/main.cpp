@@ -16,9 +16,11 @@ struct Bench
 };
 
 constexpr Bench benches[] = {
-    { "rtu", benchRtuExchange },       { "short-read", benchShortRead },   { "tcp", benchTcpExchange },
-    { "crc", benchCrc },               { "cycle", benchPollCycle },        { "clients", benchManyClients },
-    { "history", benchHistoryExport }, { "view", benchView },              { "hidden", benchHiddenView },
+    { "rtu", benchRtuExchange },       { "short-read", benchShortRead },
+    { "tcp", benchTcpExchange },       { "crc", benchCrc },
+    { "cycle", benchPollCycle },       { "clients", benchManyClients },
+    { "history", benchHistoryExport }, { "view", benchView },
+    { "hidden", benchHiddenView },
 };
 
 // The traffic of debug lines is the same for all contenders; a terminal must not be measured.
@@ -37,14 +39,16 @@ int main(int argc, char *argv[])
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Measures the plug-in beside its peers."));
     parser.addHelpOption();
-    const QCommandLineOption json(QStringLiteral("json"), QStringLiteral("Write the results to FILE."),
+    const QCommandLineOption json(QStringLiteral("json"),
+                                  QStringLiteral("Write the results to FILE."),
                                   QStringLiteral("FILE"));
     parser.addOption(json);
     parser.addPositionalArgument(QStringLiteral("bench"), QStringLiteral("Only these benches."),
                                  QStringLiteral("[bench...]"));
     parser.process(application);
 
-    const QString jsonFile = parser.isSet(json) ? QDir::current().absoluteFilePath(parser.value(json)) : QString();
+    const QString jsonFile =
+        parser.isSet(json) ? QDir::current().absoluteFilePath(parser.value(json)) : QString();
     const QTemporaryDir folder; // log and history files go to the working directory
     QDir::setCurrent(folder.path());
     qInstallMessageHandler(dropDebug);

@@ -9,7 +9,7 @@
 namespace {
 
 constexpr double goalPerCycle = 1.3; // times one client's
-constexpr double goalMemory = 150; // KiB a client
+constexpr double goalMemory = 150;   // KiB a client
 
 double costByPoll(const BenchClients &clients)
 {
@@ -52,10 +52,14 @@ void benchManyClients(Runner &runner)
         const auto name = [count](const char *what) {
             return QStringLiteral("%1 clients, %2").arg(count).arg(QLatin1String(what));
         };
-        runner.note({ name("by poll(): processor time a cycle"), byPoll / 1000, QStringLiteral("us"), 0 });
-        runner.note({ name("by poll(): against one client"), byPoll / onePoll, QStringLiteral("x"), goalPerCycle });
-        runner.note({ name("by thread: processor time a cycle"), byThread / 1000, QStringLiteral("us"), 0 });
-        runner.note({ name("by thread: against one client"), byThread / oneThread, QStringLiteral("x"), goalPerCycle });
+        runner.note(
+            { name("by poll(): processor time a cycle"), byPoll / 1000, QStringLiteral("us"), 0 });
+        runner.note({ name("by poll(): against one client"), byPoll / onePoll, QStringLiteral("x"),
+                      goalPerCycle });
+        runner.note({ name("by thread: processor time a cycle"), byThread / 1000,
+                      QStringLiteral("us"), 0 });
+        runner.note({ name("by thread: against one client"), byThread / oneThread,
+                      QStringLiteral("x"), goalPerCycle });
         if (count >= 100) // below, what the process needs once outweighs the clients
             runner.note({ name("memory a client"), memory, QStringLiteral("KiB"), goalMemory });
     }

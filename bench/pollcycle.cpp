@@ -41,8 +41,9 @@ public:
         deliver(++m_turn, [&slot](int, float value) { *slot++ = value; });
         for (int k = 0; k < 96; ++k)
             m_changes += m_store.constFind(2000 + k)->toInt() != m_states[k];
-        Report report { { m_name, m_device },   { m_protocol, 0 },  { m_lost, 0 },
-                        { m_port, m_device },   { m_time, m_device }, { m_data, QVariant::fromValue(m_store) } };
+        Report report { { m_name, m_device }, { m_protocol, 0 },
+                        { m_lost, 0 },        { m_port, m_device },
+                        { m_time, m_device }, { m_data, QVariant::fromValue(m_store) } };
         m_kept = report; // the host's copy of the last report
         const QMutexLocker lock(&m_mutex);
         auto entry = m_information.begin();
@@ -115,8 +116,9 @@ void benchPollCycle(Runner &runner)
     BenchClients clients(1);
     tavoClient *client = clients.all().front().get();
     Report kept; // the host keeps the last report, as a view does
-    QObject::connect(client, &CollectThread::postDEvent, client, [&kept](int, Report map) { kept = map; },
-                     Qt::DirectConnection);
+    QObject::connect(
+        client, &CollectThread::postDEvent, client, [&kept](int, Report map) { kept = map; },
+        Qt::DirectConnection);
     HandWritten hand;
     Straightforward straight;
     const auto round = [](auto cycle) {
@@ -126,9 +128,11 @@ void benchPollCycle(Runner &runner)
         };
     };
     Row row { QStringLiteral("Poll cycle of 420 values, the host keeping the report"),
-              { { QStringLiteral("data movement by hand"), Role::Limit, cycles, round([&] { hand.cycle(); }) },
+              { { QStringLiteral("data movement by hand"), Role::Limit, cycles,
+                  round([&] { hand.cycle(); }) },
                 { QStringLiteral("poll()"), Role::Ours, cycles, round([&] { client->poll(); }) },
-                { QStringLiteral("straightforward Qt"), Role::Naive, cycles, round([&] { straight.cycle(); }) } } };
+                { QStringLiteral("straightforward Qt"), Role::Naive, cycles,
+                  round([&] { straight.cycle(); }) } } };
     row.toLimit = 2;
     row.fasterThanNaive = 3;
     runner.run(row);

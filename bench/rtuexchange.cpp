@@ -161,8 +161,8 @@ public:
     void exchange()
     {
         QEventLoop loop;
-        QModbusReply *reply
-            = m_master.sendReadRequest({ QModbusDataUnit::HoldingRegisters, 0, 125 }, 1);
+        QModbusReply *reply =
+            m_master.sendReadRequest({ QModbusDataUnit::HoldingRegisters, 0, 125 }, 1);
         QObject::connect(reply, &QModbusReply::finished, &loop, &QEventLoop::quit);
         loop.exec();
         if (reply->error() != QModbusDevice::NoError)
@@ -209,7 +209,8 @@ void benchRtuExchange(Runner &runner)
                 { QStringLiteral("CommRead/CommWrite"), Role::Ours, exchanges, round(ours) },
                 { QStringLiteral("QSerialPort"), Role::Peer, exchanges, round(serial) },
                 { QStringLiteral("libmodbus"), Role::Other, exchanges, round(modbus) },
-                { QStringLiteral("QModbusRtuSerialMaster"), Role::Other, exchanges, round(master) } } };
+                { QStringLiteral("QModbusRtuSerialMaster"), Role::Other, exchanges,
+                  round(master) } } };
     row.toLimit = 1.6;
     row.toPeer = 1.3;
     runner.run(row);

@@ -118,9 +118,10 @@ bool Runner::report(const QString &jsonFile) const
     for (const Figure &figure : m_figures) {
         const bool met = figure.bound == 0 || figure.value <= figure.bound;
         allMet = allMet && met;
-        std::printf("\n%s: %.3f %s%s%s\n", qPrintable(figure.name), figure.value, qPrintable(figure.unit),
-                    figure.bound > 0 ? qPrintable(QStringLiteral(" (<= %1)").arg(figure.bound)) : "",
-                    met ? "" : " MISSED");
+        std::printf(
+            "\n%s: %.3f %s%s%s\n", qPrintable(figure.name), figure.value, qPrintable(figure.unit),
+            figure.bound > 0 ? qPrintable(QStringLiteral(" (<= %1)").arg(figure.bound)) : "",
+            met ? "" : " MISSED");
         rows.append(QJsonObject { { "row", figure.name },
                                   { "value", figure.value },
                                   { "unit", figure.unit },
@@ -129,9 +130,9 @@ bool Runner::report(const QString &jsonFile) const
     }
     if (!jsonFile.isEmpty()) {
         QFile file(jsonFile);
-        if (!file.open(QIODevice::WriteOnly)
-            || file.write(QJsonDocument(rows).toJson()) < 0) {
-            std::fprintf(stderr, "bench: %s: %s\n", qPrintable(jsonFile), qPrintable(file.errorString()));
+        if (!file.open(QIODevice::WriteOnly) || file.write(QJsonDocument(rows).toJson()) < 0) {
+            std::fprintf(stderr, "bench: %s: %s\n", qPrintable(jsonFile),
+                         qPrintable(file.errorString()));
             return false;
         }
     }

@@ -7,9 +7,9 @@
 
 /** What a contender stands for in its row. */
 enum class Role {
-    Ours, ///< the project's own code
+    Ours,  ///< the project's own code
     Limit, ///< the hand-written limit
-    Peer, ///< the library or program that the goal names
+    Peer,  ///< the library or program that the goal names
     Other, ///< further ones, for comparison
     Naive, ///< a straightforward version that ours must beat
 };
@@ -28,10 +28,10 @@ struct Row
 {
     QString name;
     QVector<Contender> contenders;
-    double toLimit = 0; ///< ours / limit, at most
-    double toPeer = 0; ///< ours / best peer, at most
+    double toLimit = 0;         ///< ours / limit, at most
+    double toPeer = 0;          ///< ours / best peer, at most
     double fasterThanNaive = 0; ///< naive / ours, at least
-    double belowNs = 0; ///< ours, in ns an operation, at most
+    double belowNs = 0;         ///< ours, in ns an operation, at most
     int rounds = 61;
 };
 

@@ -142,10 +142,11 @@ public:
         m_client.setConnectionParameter(QModbusDevice::NetworkAddressParameter, "127.0.0.1");
         m_client.setConnectionParameter(QModbusDevice::NetworkPortParameter, port);
         QEventLoop loop;
-        QObject::connect(&m_client, &QModbusDevice::stateChanged, &loop, [&](QModbusDevice::State state) {
-            if (state == QModbusDevice::ConnectedState)
-                loop.quit();
-        });
+        QObject::connect(&m_client, &QModbusDevice::stateChanged, &loop,
+                         [&](QModbusDevice::State state) {
+                             if (state == QModbusDevice::ConnectedState)
+                                 loop.quit();
+                         });
         m_client.connectDevice();
         loop.exec();
     }
@@ -153,8 +154,8 @@ public:
     void exchange()
     {
         QEventLoop loop;
-        QModbusReply *reply
-            = m_client.sendReadRequest({ QModbusDataUnit::HoldingRegisters, 0, 125 }, 1);
+        QModbusReply *reply =
+            m_client.sendReadRequest({ QModbusDataUnit::HoldingRegisters, 0, 125 }, 1);
         QObject::connect(reply, &QModbusReply::finished, &loop, &QEventLoop::quit);
         loop.exec();
         if (reply->error() != QModbusDevice::NoError)

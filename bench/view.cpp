@@ -10,8 +10,8 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QPainter>
-#include <QTabWidget>
 #include <QTableWidget>
+#include <QTabWidget>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -85,7 +85,8 @@ protected:
             painter.drawLine(20, 20 * i + 20, 600, 20 * i + 20);
         painter.setPen(Qt::black);
         for (int i = 0; i < 40; ++i)
-            painter.drawText(20 + 200 * (i % 4), 300 + 16 * (i / 4), QStringLiteral("Voltage: 220.0/221.0/219.0 V"));
+            painter.drawText(20 + 200 * (i % 4), 300 + 16 * (i / 4),
+                             QStringLiteral("Voltage: 220.0/221.0/219.0 V"));
     }
 };
 
@@ -130,11 +131,13 @@ void benchTab(Runner &runner, CollectView *view, const Tab &tab, bool changed)
     BareWidgets bare(tab.tables, tab.rows, tab.labels);
     bare.resize(view->size());
     bare.show();
-    Row row { QStringLiteral("Refresh of \"%1\", %2").arg(tab.name, changed ? "changed" : "unchanged"),
-              { { QStringLiteral("bare widgets"), Role::Limit, times,
-                  write(&bare, QStringLiteral("12.3 V"), changed ? QStringLiteral("45.6 V") : QStringLiteral("12.3 V"),
-                        times) },
-                { QStringLiteral("view"), Role::Ours, times, flush(view, first, second, times) } } };
+    Row row {
+        QStringLiteral("Refresh of \"%1\", %2").arg(tab.name, changed ? "changed" : "unchanged"),
+        { { QStringLiteral("bare widgets"), Role::Limit, times,
+            write(&bare, QStringLiteral("12.3 V"),
+                  changed ? QStringLiteral("45.6 V") : QStringLiteral("12.3 V"), times) },
+          { QStringLiteral("view"), Role::Ours, times, flush(view, first, second, times) } }
+    };
     row.toLimit = 2;
     row.rounds = 21;
     runner.run(row);
@@ -209,6 +212,6 @@ void benchHiddenView(Runner &runner)
     view->flushData(report(0));
     QCoreApplication::processEvents();
     view->hide();
-    runner.note({ QStringLiteral("A view shown and then hidden, above an event loop alone"), loopCost(seconds) - alone,
-                  QStringLiteral("ms a second"), goalHidden });
+    runner.note({ QStringLiteral("A view shown and then hidden, above an event loop alone"),
+                  loopCost(seconds) - alone, QStringLiteral("ms a second"), goalHidden });
 }

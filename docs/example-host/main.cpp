@@ -14,7 +14,8 @@ int main(int argc, char *argv[])
     if (argc < 3)
         qFatal("usage: example-host PLUGIN DEVICE [SECONDS]");
     QPluginLoader loader(QString::fromLocal8Bit(argv[1]));
-    if (loader.metaData().value("IID").toString() != "com.orva.Qt.ProInterface" || !loader.instance())
+    if (loader.metaData().value("IID").toString() != "com.orva.Qt.ProInterface"
+        || !loader.instance())
         qFatal("%s: not a device plug-in. %s", argv[1], qPrintable(loader.errorString()));
     auto *factory = static_cast<CollectThread *>(loader.instance());
 
@@ -24,8 +25,9 @@ int main(int argc, char *argv[])
     QTimer report; // the device information map is what a host reads at any time
     QObject::connect(&report, &QTimer::timeout, [client] {
         const QMutexLocker lock(&client->mutex);
-        qInfo() << client->deviceInformation.value("name") << client->deviceInformation.value("state")
-                << "load" << client->deviceInformation.value("upsLoad") << '%';
+        qInfo() << client->deviceInformation.value("name")
+                << client->deviceInformation.value("state") << "load"
+                << client->deviceInformation.value("upsLoad") << '%';
     });
     report.start(1000);
     client->start();
