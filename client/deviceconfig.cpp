@@ -83,11 +83,15 @@ private:
     QStringList &m_problems;
 };
 
-QString languageFlag(const QString &path, QStringList &problems)
+int languageOf(const QString &directory, QStringList &problems)
 {
-    IniFile file(path, problems);
-    const bool isFirst = file.number(QStringLiteral("Language"), 0) == 0;
-    return isFirst ? QStringLiteral("1") : QStringLiteral("0");
+    IniFile file(directory + QLatin1String("/param.ini"), problems);
+    return file.number(QStringLiteral("Language"), 0);
+}
+
+QString languageFlag(const QString &directory, QStringList &problems)
+{
+    return languageOf(directory, problems) == 0 ? QStringLiteral("1") : QStringLiteral("0");
 }
 
 } // namespace
@@ -102,7 +106,7 @@ QString configurationDirectory()
 DeviceConfig readDeviceConfig(const QString &directory, const QString &deviceName, int eventCount)
 {
     DeviceConfig config;
-    config.languageFlag = languageFlag(directory + QLatin1String("/param.ini"), config.problems);
+    config.languageFlag = languageFlag(directory, config.problems);
     IniFile file(directory + QLatin1String("/dev.ini"), config.problems);
     config.portName = file.text(deviceName + QLatin1String("/portName"), QStringLiteral("COM1"));
     config.ipAddress = file.text(deviceName + QLatin1String("/ipAddr"), QString());
@@ -122,4 +126,10 @@ DeviceConfig readDeviceConfig(const QString &directory, const QString &deviceNam
         config.eventChoice.insert(i - 1, file.number(key, 0));
     }
     return config;
+}
+
+int readLanguage(const QString &directory)
+{
+    QStringList problems; // reported whenever the configuration is loaded
+    return languageOf(directory, problems);
 }

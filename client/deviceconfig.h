@@ -31,3 +31,6 @@ QString configurationDirectory();
  *  @param deviceName  in front of every key of "dev.ini"; slashes in it make nested groups
  *  @param eventCount  number of event choices to read */
 DeviceConfig readDeviceConfig(const QString &directory, const QString &deviceName, int eventCount);
+
+/** The host's language number as it stands in "param.ini" of `directory`; 0 when it is missing. */
+int readLanguage(const QString &directory);

@@ -4,6 +4,7 @@
 #include "comm/serialport.h"
 #include "deviceconfig.h"
 #include "tavofont.h"
+#include "upgrade.h"
 #include "view/tavoview.h"
 
 #include <QDebug>
@@ -96,6 +97,7 @@ CollectView *tavoClient::getView()
         m_view = new tavoView;
         connect(m_view, SIGNAL(postDEvent(int, QMap<QString, QVariant>)), this,
                 SIGNAL(postDEvent(int, QMap<QString, QVariant>)));
+        m_view->setUpgradePlanner([this] { return planUpgrade(settings()); });
     }
     m_view->refreshLayout();
     m_view->refreshData();

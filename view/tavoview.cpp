@@ -6,6 +6,7 @@
 #include "energyline.h"
 #include "msgbox.h"
 #include "recordtable.h"
+#include "upgraderun.h"
 #include "valuepanel.h"
 #include "viewstyle.h"
 
@@ -300,9 +301,9 @@ void tavoView::slot_doubleClicked(int row, int)
     }
 }
 
-void tavoView::setUpgradeStep(UpgradeStep step)
+void tavoView::setUpgradePlanner(UpgradePlanner planner)
 {
-    m_upgradeStep = std::move(step);
+    m_upgradePlanner = std::move(planner);
 }
 
 void tavoView::pushButtonSlot()
@@ -330,8 +331,8 @@ void tavoView::dispatch(const QString &name)
         setTime();
     } else if (name == QLatin1String("ups_upgrade")) {
         control(ControlTables::Upgrade, QString());
-        if (m_upgradeStep)
-            m_upgradeStep(deviceName);
+        if (m_upgradePlanner)
+            UpgradeRun::begin(m_tabs, m_upgradePlanner());
     } else if (name == QLatin1String("download_history_log")) {
         downloadHistory();
     } else {

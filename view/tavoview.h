@@ -4,6 +4,7 @@
 #include "plugin/collectview.h"
 #include "settingstable.h"
 #include "tavo_6_20k_view.h"
+#include "upgradeplan.h"
 
 #include <functional>
 
@@ -27,8 +28,8 @@ class tavoView : public CollectView
     Q_OBJECT
 
 public:
-    /** What follows the upgrade command; `device` names the device. */
-    using UpgradeStep = std::function<void(const QString &device)>;
+    /** Says what an upgrade does; asked when it begins. */
+    using UpgradePlanner = std::function<UpgradePlan()>;
 
     /** The pages, in the order of their tabs. */
     enum Tab { OverviewTab, AlarmTab, RealDataTab, ControlTab, MaintenanceTab };
@@ -61,8 +62,8 @@ public:
     QWidget *ShowPanalView(QWidget *parent, QString title, QList<ParameterInformation *> list,
                            QList<QLabel *> &labels);
 
-    /** Sets what an upgrade does after its command was posted. */
-    void setUpgradeStep(UpgradeStep step);
+    /** Without a planner an upgrade ends with its command. */
+    void setUpgradePlanner(UpgradePlanner planner);
 
 public slots:
     /** Opens the dialog for the setting at `row` of the table that sent the signal. */
@@ -97,5 +98,5 @@ private:
     QList<SettingsTable> m_settings;
     Dialog *m_dialog = nullptr;
     ParameterInformation *m_editedRecord = nullptr;
-    UpgradeStep m_upgradeStep;
+    UpgradePlanner m_upgradePlanner;
 };

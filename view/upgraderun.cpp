@@ -45,12 +45,6 @@ bool isAbsent(ServiceError error)
 
 } // namespace
 
-QString upgradeProgram()
-{
-    return QCoreApplication::applicationDirPath()
-        + QStringLiteral("/upgrade/KX300P6_20KG4Software.exe");
-}
-
 UpgradeRun *UpgradeRun::begin(QWidget *page, const UpgradePlan &plan)
 {
     auto *run = new UpgradeRun(page, plan);

@@ -1,22 +1,11 @@
 #pragma once
 
 #include "service/servicecontroller.h"
+#include "upgradeplan.h"
 
 #include <QPointer>
 #include <QProcess>
 #include <QWidget>
-
-/** What one upgrade does: which service makes way for which program. */
-struct UpgradePlan
-{
-    QString service = QStringLiteral("TesselServer");
-    ServiceScope scope = ServiceScope::System;
-    QString program;       ///< absolute path
-    QStringList arguments; ///< device, then "0" for the host's first language or "1"
-};
-
-/** The host's own upgrade program, below the application's folder. */
-QString upgradeProgram();
 
 /**
  * One upgrade: stops the host's service, runs the upgrade program, starts the service again.
