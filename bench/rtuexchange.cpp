@@ -12,6 +12,7 @@
 #include <QModbusRtuSerialMaster>
 #include <QSerialPort>
 #include <QTimer>
+#include <QVariant>
 
 #include <chrono>
 #include <fcntl.h>

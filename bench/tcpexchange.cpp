@@ -10,6 +10,7 @@
 #include <QModbusReply>
 #include <QModbusTcpClient>
 #include <QTcpSocket>
+#include <QVariant>
 
 #include <arpa/inet.h>
 #include <modbus/modbus.h>
