@@ -2,6 +2,7 @@ tavo_add_test(viewdata LIBRARIES tavo_view)
 tavo_add_test(dialog LIBRARIES tavo_view)
 tavo_add_test(energyline LIBRARIES tavo_view)
 tavo_add_test(tavoview LIBRARIES tavo_view)
+tavo_add_test(upgrade LIBRARIES tavo_view tavo_service_test_support)
 
 tavo_add_test(translation LIBRARIES tavo_view)
 add_dependencies(tst_translation translations)
