@@ -1,6 +1,7 @@
 # Updates a copy of the catalogue and fails when that changes it, or when a text is untranslated.
 file(COPY ${SOURCE_DIR}/translations/${CATALOGUE} DESTINATION ${WORK_DIR})
-execute_process(COMMAND ${LUPDATE} -silent -locations none ${SOURCE_DIR}/client ${SOURCE_DIR}/view
+execute_process(COMMAND ${LUPDATE} -silent -locations none
+  ${SOURCE_DIR}/client ${SOURCE_DIR}/service ${SOURCE_DIR}/view
   -ts ${WORK_DIR}/${CATALOGUE} RESULT_VARIABLE failed)
 if(failed)
   message(FATAL_ERROR "lupdate failed")

@@ -286,6 +286,236 @@
     </message>
 </context>
 <context>
+    <name>Service</name>
+    <message>
+        <source>no service manager answers</source>
+        <translation>没有服务管理器响应</translation>
+    </message>
+    <message>
+        <source>unchanged</source>
+        <translation>未改变</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not the name of a service.</source>
+        <translation>“%1”不是有效的服务名称。</translation>
+    </message>
+    <message>
+        <source>The control of &quot;%1&quot; is not supported here: %2</source>
+        <translation>此处不支持控制“%1”：%2</translation>
+    </message>
+    <message>
+        <source>The service &quot;%1&quot; is not installed.</source>
+        <translation>服务“%1”未安装。</translation>
+    </message>
+    <message>
+        <source>You are not allowed to control the service &quot;%1&quot;.</source>
+        <translation>您无权控制服务“%1”。</translation>
+    </message>
+    <message>
+        <source>The request to the service &quot;%1&quot; did not end in time.</source>
+        <translation>对服务“%1”的请求超时。</translation>
+    </message>
+    <message>
+        <source>The service manager went away; what became of &quot;%1&quot; is unknown.</source>
+        <translation>服务管理器已断开，“%1”的状态未知。</translation>
+    </message>
+    <message>
+        <source>The service &quot;%1&quot; does not listen to requests.</source>
+        <translation>服务“%1”不接受请求。</translation>
+    </message>
+    <message>
+        <source>The request to the service &quot;%1&quot; failed: %2</source>
+        <translation>对服务“%1”的请求失败：%2</translation>
+    </message>
+    <message>
+        <source>its unit file is not valid</source>
+        <translation>单元文件无效</translation>
+    </message>
+    <message>
+        <source>its unit file cannot be read</source>
+        <translation>单元文件无法读取</translation>
+    </message>
+    <message>
+        <source>it is blocked by the administrator</source>
+        <translation>已被管理员禁用</translation>
+    </message>
+    <message>
+        <source>another request replaced it</source>
+        <translation>已被另一请求取代</translation>
+    </message>
+    <message>
+        <source>it took too long</source>
+        <translation>耗时过长</translation>
+    </message>
+    <message>
+        <source>a service that it needs did not start</source>
+        <translation>其依赖的服务未能启动</translation>
+    </message>
+    <message>
+        <source>it ended with an error</source>
+        <translation>因错误而结束</translation>
+    </message>
+    <message>
+        <source>the manager skipped it</source>
+        <translation>服务管理器已跳过该请求</translation>
+    </message>
+    <message>
+        <source>it was killed</source>
+        <translation>已被强制终止</translation>
+    </message>
+    <message>
+        <source>it crashed</source>
+        <translation>已崩溃</translation>
+    </message>
+    <message>
+        <source>it hung</source>
+        <translation>已停止响应</translation>
+    </message>
+    <message>
+        <source>it ended before it was ready</source>
+        <translation>尚未就绪即已结束</translation>
+    </message>
+    <message>
+        <source>the system lacks resources for it</source>
+        <translation>系统资源不足</translation>
+    </message>
+    <message>
+        <source>it was started too often</source>
+        <translation>启动过于频繁</translation>
+    </message>
+    <message>
+        <source>a condition of its unit is not met</source>
+        <translation>单元的条件未满足</translation>
+    </message>
+    <message>
+        <source>it ended right after the start</source>
+        <translation>启动后立即结束</translation>
+    </message>
+    <message>
+        <source>it is still running</source>
+        <translation>仍在运行</translation>
+    </message>
+    <message>
+        <source>The service had to be killed: it did not end.</source>
+        <translation>服务未能自行结束，已被强制终止。</translation>
+    </message>
+    <message>
+        <source>A user&apos;s service cannot have the account &quot;%1&quot;.</source>
+        <translation>用户服务不能使用帐户“%1”。</translation>
+    </message>
+    <message>
+        <source>There is no account &quot;%1&quot;.</source>
+        <translation>帐户“%1”不存在。</translation>
+    </message>
+    <message>
+        <source>The file &quot;%1&quot; is not ours to replace.</source>
+        <translation>文件“%1”不属于本程序，不能替换。</translation>
+    </message>
+    <message>
+        <source>The file &quot;%1&quot; cannot be written: %2</source>
+        <translation>文件“%1”无法写入：%2</translation>
+    </message>
+    <message>
+        <source>The file &quot;%1&quot; is not ours to remove.</source>
+        <translation>文件“%1”不属于本程序，不能删除。</translation>
+    </message>
+    <message>
+        <source>The file &quot;%1&quot; cannot be removed: %2</source>
+        <translation>文件“%1”无法删除：%2</translation>
+    </message>
+    <message>
+        <source>the service manager passes no arguments to a service</source>
+        <translation>服务管理器不向服务传递参数</translation>
+    </message>
+    <message>
+        <source>it does not know this command</source>
+        <translation>它不识别该命令</translation>
+    </message>
+    <message>
+        <source>it refuses to pause or resume</source>
+        <translation>它拒绝暂停或恢复</translation>
+    </message>
+    <message>
+        <source>install the service; what follows &quot;--&quot; is passed to it</source>
+        <translation>安装服务；“--”之后的内容传递给服务</translation>
+    </message>
+    <message>
+        <source>stop and remove the service</source>
+        <translation>停止并删除服务</translation>
+    </message>
+    <message>
+        <source>run in the foreground</source>
+        <translation>在前台运行</translation>
+    </message>
+    <message>
+        <source>stop the service</source>
+        <translation>停止服务</translation>
+    </message>
+    <message>
+        <source>pause the service</source>
+        <translation>暂停服务</translation>
+    </message>
+    <message>
+        <source>resume the paused service</source>
+        <translation>恢复已暂停的服务</translation>
+    </message>
+    <message>
+        <source>send the command N to the service</source>
+        <translation>向服务发送命令 N</translation>
+    </message>
+    <message>
+        <source>print the version</source>
+        <translation>显示版本</translation>
+    </message>
+    <message>
+        <source>print this help</source>
+        <translation>显示本帮助</translation>
+    </message>
+    <message>
+        <source>unknown switch &quot;%1&quot;</source>
+        <translation>未知开关“%1”</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is one switch too many</source>
+        <translation>“%1”是多余的开关</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; needs a number</source>
+        <translation>“%1”需要一个数字</translation>
+    </message>
+    <message>
+        <source>Switches of the service &quot;%1&quot; (none: start it):</source>
+        <translation>服务“%1”的开关（无开关则启动服务）：</translation>
+    </message>
+    <message>
+        <source>with any of them: the user&apos;s services, also for root</source>
+        <translation>可与任一开关合用：用户服务，root 亦同</translation>
+    </message>
+</context>
+<context>
+    <name>UpgradeRun</name>
+    <message>
+        <source>The service %1 could not be stopped: %2</source>
+        <translation>无法停止服务 %1：%2</translation>
+    </message>
+    <message>
+        <source>The upgrade program %1 could not be started: %2</source>
+        <translation>无法启动升级程序 %1：%2</translation>
+    </message>
+    <message>
+        <source>The upgrade program crashed.</source>
+        <translation>升级程序异常终止。</translation>
+    </message>
+    <message>
+        <source>The upgrade program ended with code %1.</source>
+        <translation>升级程序已结束，返回码 %1。</translation>
+    </message>
+    <message>
+        <source>The service %1 could not be started again: %2</source>
+        <translation>无法重新启动服务 %1：%2</translation>
+    </message>
+</context>
+<context>
     <name>tavoClient</name>
     <message>
         <source>Clean fault</source>
