@@ -43,10 +43,9 @@ void DeviceLink::prepare(const CycleSettings &settings)
         m_socket = new QTcpSocket;
         m_socket->setReadBufferSize(socketBufferSize);
     }
-    if (!isPeer(settings))
+    if (!isPeer(settings) || m_socket->state() == QAbstractSocket::ClosingState)
         m_socket->abort();
-    if (m_socket->state() != QAbstractSocket::UnconnectedState
-        && m_socket->state() != QAbstractSocket::ClosingState)
+    if (m_socket->state() != QAbstractSocket::UnconnectedState)
         return;
     if (StopSource::waitFor(-1, 0, pauseBeforeConnect) == StopSource::Wait::Stopped)
         return;

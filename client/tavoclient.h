@@ -77,15 +77,12 @@ public:
     /** Sets the device address on the line. Any thread; counts from the next cycle. */
     void setDevId(int address);
 
-    /** Repairs a text whose UTF-8 bytes were read as Latin-1. */
+    /** Repairs a text whose UTF-8 bytes were read as Latin-1. Any thread. */
     QString utfToChina(QString text);
 
-    /** Loads the driver; while nobody polls.
-     *  @return false when there is none */
+    /** Loads the driver, and unloads it, while nobody polls.
+     *  @return false when there is no driver to load */
     bool LoadDriver();
-
-    /** Unloads the driver; while nobody polls.
-     *  @return true */
     bool FreeDriver();
 
     /** Stores the latest value of a data identifier. Polling thread. */
@@ -100,7 +97,6 @@ public:
 
     /** Translates the words of an exported history. Polling thread. */
     void initHistoryInfo();
-
     /** Turns "./history.txt" into comma-separated text at `path` and empties it.
      *  Polling thread; see exportHistory(). */
     void exportHistoryInfo(QString path);

@@ -19,6 +19,7 @@ private slots:
     void metaObject();
     void create();
     void view();
+    void badConfigIsLogged();
     void linkEvents();
     void commTypeTwoFails();
     void pollGate();
@@ -107,6 +108,15 @@ void tst_TavoClient::view()
              QVariantMap({ { "name", "ups1" }, { "controlId", 1003 }, { "controlValue", "x" } }));
     delete shown; // a host's window may own the view, and go first
     QVERIFY(m_client->getView());
+}
+
+void tst_TavoClient::badConfigIsLogged()
+{
+    m_guard->expect("loadConfig .*/dev.ini: ups1/(addr|interval)");
+    configure(*m_client, "ups1", "addr=x\ninterval=-9\n");
+    QCOMPARE(m_guard->messages().filter("loadConfig").size(), 2);
+    m_client->start(); // which raises the interval
+    QTRY_VERIFY((QMutexLocker(&m_client->mutex), m_client->interval == 1));
 }
 
 void tst_TavoClient::linkEvents()
