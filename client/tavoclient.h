@@ -87,14 +87,11 @@ public:
 
     /** Stores the latest value of a data identifier. Polling thread. */
     void parseData(int id, float value);
-
     /** Tells the host of changed flags and of all data. Polling thread; ends a cycle. */
     void reportData();
-
     /** Carries out queued commands, at most 201 of them. Polling thread; blocks.
      *  @return 1 */
     int check_set_command();
-
     /** Translates the words of an exported history. Polling thread. */
     void initHistoryInfo();
     /** Turns "./history.txt" into comma-separated text at `path` and empties it.

@@ -32,24 +32,19 @@ private slots:
 };
 
 // The link's history as a line: per query '+' or '-', and what it led to.
+// clang-format off
 void tst_ClientRules::link_data()
 {
     QTest::addColumn<int>("retries");
     QTest::addColumn<QString>("queries");
-    QTest::addColumn<QString>("steps"); // u restored, l lost, r limit reached, . nothing
-    QTest::newRow("up at once") << 5 << "+++"
-                                << "u..";
-    QTest::newRow("lost at the fifth, reopened from then on") << 5 << "-------"
-                                                              << "....lrr";
-    QTest::newRow("scattered failures add up") << 3 << "+-+-+-+"
-                                               << "u....lu";
-    QTest::newRow("count starts anew when up") << 2 << "--+-+--"
-                                               << ".lu..lr";
-    QTest::newRow("no retries") << 0 << "-+-"
-                                << "lul";
-    QTest::newRow("negative retries") << -7 << "--+"
-                                      << "lru";
+    QTest::addColumn<QString>("steps"); // u restored, l lost, r limit reached, . nothing QTest::newRow("up at once") << 5 << "+++" << "u..";
+    QTest::newRow("lost at the fifth, reopened from then on") << 5 << "-------" << "....lrr";
+    QTest::newRow("scattered failures add up") << 3 << "+-+-+-+" << "u....lu";
+    QTest::newRow("count starts anew when up") << 2 << "--+-+--" << ".lu..lr";
+    QTest::newRow("no retries") << 0 << "-+-" << "lul";
+    QTest::newRow("negative retries") << -7 << "--+" << "lru";
 }
+// clang-format on
 
 void tst_ClientRules::link()
 {
@@ -278,6 +273,7 @@ void tst_ClientRules::eventTexts()
     }
 }
 
+// clang-format off
 void tst_ClientRules::dataLogRow_data()
 {
     using Data = QMap<int, QVariant>;
@@ -287,13 +283,10 @@ void tst_ClientRules::dataLogRow_data()
     const float nan = std::numeric_limits<float>::quiet_NaN();
     QTest::newRow("missing") << Data() << 0 << "0.0";
     QTest::newRow("rounded") << Data { { 4133, 229.96f } } << 0 << "230.0";
-    QTest::newRow("one phase") << Data { { 4132, 1.f }, { 4133, 1.f }, { 4134, 2.f } } << 0
-                               << "1.0";
+    QTest::newRow("one phase") << Data { { 4132, 1.f }, { 4133, 1.f }, { 4134, 2.f } } << 0 << "1.0";
     QTest::newRow("three phases") << Data {
-        { 4132, 3.f }, { 4133, 220.f }, { 4134, 221.04f }, { 4135, 219.96f }
-    } << 0 << "220.0/221.0/220.0";
-    QTest::newRow("load, three phases")
-        << Data { { 4163, 3.f }, { 4173, 1.f }, { 4175, 3.f } } << 7 << "1.0/0.0/3.0";
+        { 4132, 3.f }, { 4133, 220.f }, { 4134, 221.04f }, { 4135, 219.96f } } << 0 << "220.0/221.0/220.0";
+    QTest::newRow("load, three phases") << Data { { 4163, 3.f }, { 4173, 1.f }, { 4175, 3.f } } << 7 << "1.0/0.0/3.0";
     QTest::newRow("mode") << Data { { 4161, 2.f } } << 9 << "Load on inverter";
     QTest::newRow("mode below") << Data { { 4161, -1.f } } << 9 << "None";
     QTest::newRow("mode above") << Data { { 4161, 4.f } } << 9 << "None";
@@ -304,6 +297,7 @@ void tst_ClientRules::dataLogRow_data()
     QTest::newRow("state huge") << Data { { 4101, 1e30f } } << 14 << "Disconnect";
     QTest::newRow("state not a number") << Data { { 4101, nan } } << 14 << "Disconnect";
 }
+// clang-format on
 
 void tst_ClientRules::dataLogRow()
 {
