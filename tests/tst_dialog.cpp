@@ -1,11 +1,9 @@
 #include "modalanswer.h"
 #include "view/dialog.h"
-#include "view/loading.h"
 #include "view/msgbox.h"
 #include "warningguard.h"
 
 #include <QComboBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QStackedWidget>
@@ -42,11 +40,8 @@ private slots:
     void newRecordEndsTheOldOne();
     void rangeMayChangeMeanwhile();
     void keys();
-    void deletedBehindTheNotice();
     void boxAnswers_data();
     void boxAnswers();
-    void boxIsDragged();
-    void spinner();
 
 private:
     void load(float scale, int min, int max);
@@ -262,19 +257,6 @@ void tst_Dialog::keys()
     QCOMPARE(m_posted->size(), 0);
 }
 
-void tst_Dialog::deletedBehindTheNotice()
-{
-    load(1, 5, 10);
-    const ModalAnswer answer([this](QDialog &box) {
-        QCOMPARE(box.findChild<QLabel *>()->text(), QString("The value is out of range!"));
-        m_posted.reset();
-        m_dialog.reset();
-        box.accept();
-    });
-    m_dialog->checkRange();
-    QVERIFY(answer.hasAnswered());
-}
-
 void tst_Dialog::boxAnswers_data()
 {
     QTest::addColumn<int>("kind");
@@ -297,36 +279,6 @@ void tst_Dialog::boxAnswers()
     });
     QTEST(box.exec(), "result");
     QVERIFY(answer.hasAnswered());
-}
-
-void tst_Dialog::boxIsDragged()
-{
-    MsgBox box(1, "Move me");
-    box.show();
-    box.move(100, 100);
-    const auto afterMove = [&box](QPoint inside) {
-        QMouseEvent event(QEvent::MouseMove, inside, box.mapToGlobal(inside), Qt::NoButton,
-                          Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(&box, &event);
-        return box.pos();
-    };
-    QTest::mousePress(&box, Qt::RightButton, {}, QPoint(10, 10));
-    QCOMPARE(afterMove(QPoint(50, 50)), QPoint(100, 100));
-    QTest::mousePress(&box, Qt::LeftButton, {}, QPoint(10, 10));
-    QCOMPARE(afterMove(QPoint(50, 30)), QPoint(140, 120));
-    QTest::mouseRelease(&box, Qt::RightButton, {}, QPoint(10, 10));
-    QCOMPARE(afterMove(QPoint(50, 50)), QPoint(140, 120));
-}
-
-void tst_Dialog::spinner()
-{
-    Loading loading;
-    loading.resize(130, 130); // radius 50
-    QSet<QRgb> seen;          // in the middle of the dot at angle 0
-    const QPoint dot = QPoint(65, 65) + QPoint(-3, 47);
-    QTRY_VERIFY((seen.insert(loading.grab().toImage().pixel(dot)), seen.size() == 12));
-    loading.resize(20, 20); // the radius is negative
-    loading.grab();
 }
 
 QTEST_MAIN(tst_Dialog)

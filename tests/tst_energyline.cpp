@@ -60,7 +60,6 @@ private slots:
     void hits();
     void clickTogglesThePanel();
     void panelsKeepApart();
-    void batteryFills();
     void hiddenCostsNothing();
 
 private:
@@ -132,16 +131,10 @@ void tst_Energyline::values_data()
     DataReport three = phases;
     three.insert(4132, 3.0f);
     QTest::newRow("triple") << three << int(Panel::Input) << 0 << "230.0/231.0/230.0 V";
-    QTest::newRow("minutes") << DataReport { { 4103, 35.0f } } << int(Panel::Battery) << 3
-                             << "35 Min";
-    QTest::newRow("state") << DataReport { { 4241, 8.0f } } << int(Panel::Device) << 4
-                           << "Freq. conversion";
     QTest::newRow("state above") << DataReport { { 4241, 12.0f } } << int(Panel::Device) << 4
                                  << "-";
     QTest::newRow("state below") << DataReport { { 4190, -1.0f } } << int(Panel::Bypass) << 3
                                  << "-";
-    QTest::newRow("text") << DataReport { { 4016, 75.0f }, { 4018, 88.0f } } << int(Panel::Device)
-                          << 0 << "KX";
     QTest::newRow("missing") << three << int(Panel::Load) << 0 << "-";
 }
 
@@ -232,17 +225,6 @@ void tst_Energyline::panelsKeepApart()
             QVERIFY2(!area.intersects(other), text.text.toUtf8());
         taken.append(area);
     }
-}
-
-void tst_Energyline::batteryFills()
-{
-    const auto levelOf = [](float percent) {
-        const EnergyState state = energyState({ { 4117, percent } });
-        return energyScene(state, {}, {}, Centre).batteryLevel.height();
-    };
-    QCOMPARE(levelOf(50), levelOf(100) / 2);
-    QCOMPARE(levelOf(400), levelOf(100));
-    QCOMPARE(levelOf(std::numeric_limits<float>::quiet_NaN()), 0.0);
 }
 
 void tst_Energyline::hiddenCostsNothing()

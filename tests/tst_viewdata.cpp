@@ -9,7 +9,6 @@
 #include <limits>
 
 using Records = QList<ParameterInformation *>;
-using Combo = QMap<QString, int>;
 
 namespace {
 
@@ -37,8 +36,6 @@ class tst_ViewData : public QObject
 private slots:
     void initTestCase() { QLocale::setDefault(QLocale(QLocale::German)); }
     void recordsFollowTheRules();
-    void optionsHaveProtocolValues_data();
-    void optionsHaveProtocolValues();
     void valueTexts_data();
     void valueTexts();
     void ranges();
@@ -70,31 +67,6 @@ void tst_ViewData::recordsFollowTheRules()
     QCOMPARE(alarms.size(), 96);
     QCOMPARE(alarms.at(62) + ' ', alarms.at(14)); // the blank is part of the text
     QCOMPARE(alarms.at(95), QString("Frequent overload"));
-}
-
-void tst_ViewData::optionsHaveProtocolValues_data()
-{
-    QTest::addColumn<int>("id");
-    QTest::addColumn<Combo>("some");
-    QTest::addColumn<int>("count");
-    QTest::newRow("gaps") << 3000 << Combo { { "Stand alone", 1 }, { "Self ageing", 8 } } << 5;
-    QTest::newRow("plain switch") << 3021 << Combo { { "Disable", 0 }, { "Enable", 1 } } << 2;
-    QTest::newRow("inverted switch") << 3040 << Combo { { "Enable", 0 }, { "Disable", 1 } } << 2;
-    QTest::newRow("number") << 3017 << Combo { { "100", 100 }, { "208", 208 } } << 9;
-    QTest::newRow("cut") << 3011 << Combo { { "0.5", 0 }, { "1.0", 1 }, { "12.0", 12 } } << 13;
-    QTest::newRow("odd order") << 3035 << Combo { { "-20", 0 }, { "-15", 2 } } << 5;
-}
-
-void tst_ViewData::optionsHaveProtocolValues()
-{
-    QFETCH(int, id);
-    QFETCH(Combo, some);
-    const tavo_6_20k_View data;
-    const ParameterInformation *record = find(data.getBasicConfig() + data.getAdjustConfig(), id);
-    QVERIFY(record);
-    QTEST(record->combo.size(), "count");
-    for (auto it = some.begin(); it != some.end(); ++it)
-        QCOMPARE(record->combo.value(it.key(), -1), it.value());
 }
 
 void tst_ViewData::valueTexts_data()
