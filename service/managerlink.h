@@ -16,6 +16,8 @@
  *
  * Threads:   the thread it lives in. Only the connection itself is made in a thread of its own,
  *            because that blocks for as long as a hung bus likes.
+ *            On a bus that takes connections and never answers, requests end in time, but Qt
+ *            makes the end of the process wait until that bus is gone.
  * Ownership: the connection is closed when this is deleted (if need be, once it was made).
  * Errors:    unavailable() before opened(), lost() after; a reply may be an error message.
  */

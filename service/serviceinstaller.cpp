@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QRegularExpression>
 #include <QSaveFile>
 
 #include <pwd.h>
@@ -43,6 +44,12 @@ InstallResult checked(const UnitDescription &unit)
     if (!isServiceName(unit.name))
         return refused(QT_TRANSLATE_NOOP("Service", "\"%1\" is not the name of a service."),
                        unit.name);
+    // The manager takes no unit with such a program, however it is quoted.
+    static const QRegularExpression unsafe(QStringLiteral("[\"'\\\\\\x00-\\x1f\\x7f]"));
+    if (unit.program.contains(unsafe))
+        return refused(QT_TRANSLATE_NOOP(
+                           "Service", "The program \"%1\" has a quote or backslash in its path."),
+                       unit.program);
     if (unit.account.isEmpty())
         return { true, {} };
     if (unit.scope == ServiceScope::User)
@@ -61,6 +68,13 @@ InstallResult reloaded(const QString &name, ServiceScope scope)
     controller.setScope(scope);
     const bool ok = controller.reloadManager();
     return { ok || controller.error() == ServiceError::NotSupported, controller.errorString() };
+}
+
+// After a stop that failed; a unit that is not there, or not valid, cannot be stopped and rests.
+bool mayRun(const ServiceResult &result)
+{
+    return result.error != ServiceError::NotSupported && result.error != ServiceError::UnitMissing
+        && result.state != ServiceState::Stopped && result.state != ServiceState::Failed;
 }
 
 } // namespace
@@ -94,8 +108,7 @@ InstallResult uninstallService(const QString &name, ServiceScope scope)
                        path);
     ServiceController controller(name);
     controller.setScope(scope);
-    if (!controller.stop() && controller.error() != ServiceError::NotSupported
-        && controller.error() != ServiceError::UnitMissing)
+    if (!controller.stop() && mayRun(controller.lastResult()))
         return { false, controller.errorString() };
     QFile file(path);
     if (!file.remove())

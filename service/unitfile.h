@@ -11,7 +11,7 @@ struct UnitDescription
 {
     QString name;
     QString description; // one line for people
-    QString program;     // absolute path, any characters but control characters
+    QString program;     // absolute path; installService() tells what the manager takes
     QStringList arguments;
     QString account; // empty: the manager's default
     std::chrono::milliseconds stopLimit { 0 };

@@ -44,6 +44,7 @@ private slots:
     void hostilePeers();
     void silentPeers();
     void othersUnitFileIsLeftAlone();
+    void programThatNoUnitTakes();
 
 private:
     std::optional<WarningGuard> m_guard;
@@ -276,6 +277,14 @@ void tst_Service::othersUnitFileIsLeftAlone()
     QCOMPARE(ExampleProgram(words("-uninstall")).exitCode(), 1);
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(), QByteArray("[Service]\n"));
+}
+
+void tst_Service::programThatNoUnitTakes()
+{
+    const QString program = m_folder->filePath(QStringLiteral("a\"b"));
+    QVERIFY(QFile::copy(QStringLiteral(EXAMPLE_SERVICE), program));
+    QCOMPARE(QProcess::execute(program, words("-user -install")), 1);
+    QVERIFY(!QFileInfo::exists(unitDirectory(ServiceScope::User)));
 }
 
 QTEST_GUILESS_MAIN(tst_Service)
