@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr int idlePeriod = 30'000; // ms
+constexpr int idlePeriod = 30000; // ms
 constexpr int retryPeriod = 50;    // ms
 
 std::atomic<PortManage *> theInstance = nullptr;

@@ -19,7 +19,7 @@ using std::chrono::seconds;
 // What a terminal driver takes over before a write has to wait.
 constexpr int driverBuffer = 4096;
 constexpr int bitsPerByte = 11;
-constexpr long longestWait = 86'400; // s
+constexpr long longestWait = 86400; // s
 
 struct ErrorRow
 {

@@ -66,7 +66,7 @@ StopSource::Wait StopSource::waitFor(int descriptor, short events, milliseconds 
             return Wait::Stopped;
         const auto left = std::chrono::ceil<milliseconds>(deadline - steady_clock::now());
         const auto next =
-            std::clamp(left, milliseconds(0), wakeable ? milliseconds(60'000) : slice);
+            std::clamp(left, milliseconds(0), wakeable ? milliseconds(60000) : slice);
         const int ready = poll(watched, 2, int(next.count()));
         if (ready < 0 && errno != EINTR)
             return Wait::Failed;

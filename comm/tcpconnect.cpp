@@ -23,7 +23,7 @@ using std::chrono::steady_clock;
 
 // How long data may stay unacknowledged: a peer that was cut off counts as lost then, instead of
 // after a quarter of an hour.
-constexpr unsigned unacknowledgedLimit = 20'000; // ms
+constexpr unsigned unacknowledgedLimit = 20000; // ms
 constexpr milliseconds lookUpSlice { 20 };
 
 struct Address

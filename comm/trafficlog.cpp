@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr qint64 largestLog = 5'242'880;
+constexpr qint64 largestLog = 5242'880;
 constexpr char hexDigits[] = "0123456789abcdef";
 
 } // namespace
@@ -42,7 +42,7 @@ void TrafficLog::formatTime()
         m_second = now.tv_sec;
     }
     m_line.append(m_time, m_timeLength);
-    const int ms = int(now.tv_nsec / 1'000'000);
+    const int ms = int(now.tv_nsec / 1000'000);
     const char digits[] = { char('0' + ms / 100), char('0' + ms / 10 % 10), char('0' + ms % 10),
                             ' ' };
     m_line.append(digits, sizeof digits);

@@ -24,7 +24,7 @@ class ControlServer : public QObject
     Q_OBJECT
 
 public:
-    static constexpr std::chrono::milliseconds DefaultPeerTime { 5'000 };
+    static constexpr std::chrono::milliseconds DefaultPeerTime { 5000 };
     using Handler = std::function<ControlReply(const ControlRequest &)>;
     enum class Outcome { Listening, Taken, Failed };
 

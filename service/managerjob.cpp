@@ -14,7 +14,7 @@ constexpr QLatin1String serviceInterface("org.freedesktop.systemd1.Service");
 constexpr QLatin1String propertiesInterface("org.freedesktop.DBus.Properties");
 
 // A human types a password meanwhile.
-constexpr std::chrono::milliseconds dialogueLimit { 300'000 };
+constexpr std::chrono::milliseconds dialogueLimit { 300000 };
 
 QString pathIn(const QDBusMessage &reply)
 {

@@ -17,7 +17,7 @@ constexpr QLatin1String managerInterface("org.freedesktop.systemd1.Manager");
 constexpr QLatin1String busInterface("org.freedesktop.DBus");
 constexpr QLatin1String localInterface("org.freedesktop.DBus.Local");
 
-constexpr std::chrono::milliseconds subscribeLimit { 10'000 };
+constexpr std::chrono::milliseconds subscribeLimit { 10000 };
 
 // Empty without a user bus: left to itself, the library would try to start one.
 QString userBusAddress()

@@ -75,5 +75,5 @@ private:
     QString m_description;
     QString m_version;
     QStringList m_arguments;
-    std::chrono::milliseconds m_stopLimit { 10'000 };
+    std::chrono::milliseconds m_stopLimit { 10000 };
 };

@@ -47,7 +47,7 @@ struct ServiceTarget
     QString name; // "TesselServer" stands for the unit TesselServer.service
     ServiceScope scope = ServiceScope::System;
     ServiceAuthorization authorization = ServiceAuthorization::Silent;
-    std::chrono::milliseconds timeLimit { 30'000 }; // counted without the password dialogue
+    std::chrono::milliseconds timeLimit { 30000 }; // counted without the password dialogue
     std::chrono::milliseconds settleTime { 500 };   // how long a start must hold to count
 };
 

@@ -48,7 +48,7 @@ bool readByte(int descriptor, char &byte, steady_clock::time_point deadline)
         if (left <= milliseconds(0))
             return false;
         pollfd watched { descriptor, POLLIN, 0 };
-        const int wait = int(std::min(left, milliseconds(3'600'000)).count());
+        const int wait = int(std::min(left, milliseconds(3600000)).count());
         if (poll(&watched, 1, wait) > 0 && read(descriptor, &byte, 1) == 1)
             return true;
     }

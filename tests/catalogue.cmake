@@ -2,9 +2,10 @@
 file(COPY ${SOURCE_DIR}/translations/${CATALOGUE} DESTINATION ${WORK_DIR})
 execute_process(COMMAND ${LUPDATE} -silent -locations none
   ${SOURCE_DIR}/client ${SOURCE_DIR}/service ${SOURCE_DIR}/view
-  -ts ${WORK_DIR}/${CATALOGUE} RESULT_VARIABLE failed)
-if(failed)
-  message(FATAL_ERROR "lupdate failed")
+  -ts ${WORK_DIR}/${CATALOGUE} RESULT_VARIABLE failed ERROR_VARIABLE problems)
+# lupdate goes on behind what it cannot parse, and misses texts.
+if(failed OR problems)
+  message(FATAL_ERROR "lupdate failed: ${problems}")
 endif()
 file(STRINGS ${WORK_DIR}/${CATALOGUE} open_texts
   REGEX "type=\"(unfinished|obsolete|vanished)\"" ENCODING UTF-8)

@@ -491,6 +491,10 @@
         <source>with any of them: the user&apos;s services, also for root</source>
         <translation>可与任一开关合用：用户服务，root 亦同</translation>
     </message>
+    <message>
+        <source>The program &quot;%1&quot; has a quote or backslash in its path.</source>
+        <translation>程序“%1”的路径中含有引号或反斜杠。</translation>
+    </message>
 </context>
 <context>
     <name>UpgradeRun</name>
