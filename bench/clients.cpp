@@ -47,16 +47,6 @@ long benchQueries()
     return count();
 }
 
-double processorTime()
-{
-    rusage usage {};
-    getrusage(RUSAGE_SELF, &usage);
-    const auto ns = [](const timeval &time) {
-        return double(time.tv_sec) * 1e9 + double(time.tv_usec) * 1e3;
-    };
-    return ns(usage.ru_utime) + ns(usage.ru_stime);
-}
-
 double memoryKiB(const char *key)
 {
     QFile status(QStringLiteral("/proc/self/status"));

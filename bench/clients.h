@@ -24,8 +24,5 @@ private:
 /** Queries that the driver has answered so far. */
 long benchQueries();
 
-/** Processor time of this process so far, in ns. */
-double processorTime();
-
 /** A line of /proc/self/status such as "VmRSS" or "VmHWM", in KiB. */
 double memoryKiB(const char *key);

@@ -8,11 +8,20 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <ctime>
 #include <sched.h>
+#include <sys/resource.h>
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
+double now(Clock clock)
+{
+    if (clock == Clock::Processor)
+        return processorTime();
+    const std::chrono::duration<double, std::nano> time =
+        std::chrono::steady_clock::now().time_since_epoch();
+    return time.count();
+}
 
 double median(QVector<double> values)
 {
@@ -69,14 +78,16 @@ Verdict judge(const Row &row, const QVector<double> &medians)
 void Runner::run(const Row &row)
 {
     QVector<QVector<double>> samples(row.contenders.size());
-    for (const Contender &contender : row.contenders)
-        contender.round(); // warm
-    for (int round = 0; round < row.rounds; ++round) {
+    for (int round = -1; round < row.rounds; ++round) { // the first one warms
         for (int i = 0; i < row.contenders.size(); ++i) {
-            const auto begin = Clock::now();
-            row.contenders[i].round();
-            const std::chrono::duration<double, std::nano> taken = Clock::now() - begin;
-            samples[i].append(taken.count() / row.contenders[i].operations);
+            const Contender &contender = row.contenders[i];
+            if (contender.prepare)
+                contender.prepare();
+            const double begin = now(row.clock);
+            contender.round();
+            const double taken = now(row.clock) - begin;
+            if (round >= 0)
+                samples[i].append(taken / contender.operations);
         }
     }
     Result result { row, {} };
@@ -137,6 +148,19 @@ bool Runner::report(const QString &jsonFile) const
         }
     }
     return allMet;
+}
+
+double processorTime()
+{
+    timespec own {};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &own);
+    rusage children {};
+    getrusage(RUSAGE_CHILDREN, &children);
+    const auto ns = [](const timeval &time) {
+        return double(time.tv_sec) * 1e9 + double(time.tv_usec) * 1e3;
+    };
+    return double(own.tv_sec) * 1e9 + double(own.tv_nsec) + ns(children.ru_utime)
+        + ns(children.ru_stime);
 }
 
 void pinToOneProcessor()

@@ -21,6 +21,13 @@ struct Contender
     Role role;
     int operations; ///< how many operations a round is
     std::function<void()> round;
+    std::function<void()> prepare = nullptr; ///< before each round, not measured
+};
+
+/** What a row's times are. */
+enum class Clock {
+    Wall,      ///< what passes; for exchanges, where the device's answer is waited for
+    Processor, ///< what this process and its finished children were given; steady on a busy machine
 };
 
 /** One line of the table. A goal of 0 is none. */
@@ -33,6 +40,7 @@ struct Row
     double fasterThanNaive = 0; ///< naive / ours, at least
     double belowNs = 0;         ///< ours, in ns an operation, at most
     int rounds = 61;
+    Clock clock = Clock::Processor;
 };
 
 /** A figure that is not a time: measured once, compared with a bound. */
@@ -67,6 +75,9 @@ private:
     QVector<Result> m_results;
     QVector<Figure> m_figures;
 };
+
+/** Processor time of this process and its finished children so far, in ns. */
+double processorTime();
 
 /** Puts the calling thread, and those it starts, on one processor: free placement is bimodal. */
 void pinToOneProcessor();

@@ -193,6 +193,7 @@ void benchTcpExchange(Runner &runner)
                 { QStringLiteral("QTcpSocket"), Role::Other, exchanges, round(socket) },
                 { QStringLiteral("libmodbus"), Role::Peer, exchanges, round(modbus) },
                 { QStringLiteral("QModbusTcpClient"), Role::Other, exchanges, round(client) } } };
+    row.clock = Clock::Wall;
     row.toLimit = 1.4;
     row.toPeer = 1.1;
     runner.run(row);
