@@ -1,12 +1,11 @@
 #pragma once
 
 #include "cyclesettings.h"
+#include "latestvalues.h"
 
 #include <QPair>
 #include <QVariant>
 #include <QVector>
-
-using DataStore = QMap<int, QVariant>;
 
 /** The current local time as "yyyy-MM-dd hh:mm:ss"; formats it once a second.
  *  Threads: one. */

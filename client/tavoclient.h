@@ -138,7 +138,7 @@ private:
     unsigned m_idleCycles = 0;   // cycles since a command waited, for debugging; polling thread
     qint64 m_lastPollTime = 0;   // s since the epoch; polling thread
     tavoClient *m_self = this;   // what the driver's context points to
-    DataStore m_data;            // polling thread
+    LatestValues m_values;       // polling thread
     TimeText m_time;             // polling thread
     HistoryWords m_historyWords; // polling thread
     QPointer<tavoView> m_view;   // GUI thread

@@ -9,8 +9,6 @@
 #include <QDateTime>
 #include <QTimer>
 
-#include <cstring>
-
 void tavoDataProce(int id, float value, void *context)
 {
     (*static_cast<tavoClient **>(context))->parseData(id, value);
@@ -117,11 +115,7 @@ void tavoClient::reopenPort()
 
 void tavoClient::parseData(int id, float value)
 {
-    const auto point = m_data.constFind(id);
-    // A host that holds the last report shares the store: a value that stays spares the copy.
-    if (point != m_data.constEnd() && std::memcmp(point->constData(), &value, sizeof value) == 0)
-        return;
-    m_data.insert(id, QVariant(value));
+    m_values.store(id, value);
 }
 
 void tavoClient::reportData()
@@ -133,7 +127,8 @@ void tavoClient::report(const CycleSettings &current)
 {
     QVariantMap map = eventHeader(current, m_time.now());
     map.insert(QStringLiteral("lost"), 0);
-    const FlagChanges found = findFlagChanges(m_data, reportedStates, getEventLogDesc().size() / 2);
+    const DataStore &data = m_values.all();
+    const FlagChanges found = findFlagChanges(data, reportedStates, getEventLogDesc().size() / 2);
     reportedStates = found.reportedStates;
     for (const FlagChange &change : found.changes) {
         if (change.alarmId)
@@ -141,7 +136,7 @@ void tavoClient::report(const CycleSettings &current)
         map.insert(QStringLiteral("alarmState"), change.alarmState);
         emit postDEvent(change.type, map);
     }
-    map.insert(QStringLiteral("data"), QVariant::fromValue(m_data));
+    map.insert(QStringLiteral("data"), QVariant::fromValue(data));
     if (found.appeared) {
         map.insert(QStringLiteral("dis_alarm"), 1);
         map.insert(QStringLiteral("state"), communicationState);
@@ -153,7 +148,9 @@ void tavoClient::report(const CycleSettings &current)
 
 void tavoClient::updateDeviceInformation(const CycleSettings &current)
 {
-    flushData(m_data);
-    for (const auto &entry : deviceEntries(current, m_data, communicationState))
-        flushUpsInfo(entry.first, entry.second);
+    const auto entries = deviceEntries(current, m_values.all(), communicationState);
+    const QMutexLocker lock(&mutex);
+    m_values.writeTo(deviceInformation); // as flushData() does
+    for (const auto &entry : entries)
+        deviceInformation.insert(entry.first, entry.second);
 }
