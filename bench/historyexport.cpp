@@ -94,25 +94,18 @@ void benchHistoryExport(Runner &runner)
     for (int records : { 1'000, 10'000, 100'000, 1'000'000 }) {
         const QString source = QStringLiteral("records.txt");
         writeRecords(source, records);
-        const auto ours = [&] {
-            provide(source);
-            client.exportHistoryInfo(QStringLiteral("ours.csv"));
-        };
+        const auto prepare = [&] { provide(source); }; // ours empties what it has read
+        const auto ours = [&] { client.exportHistoryInfo(QStringLiteral("ours.csv")); };
         Row row { QStringLiteral("History export of %1 records").arg(records),
                   { { QStringLiteral("minimal stdio converter"), Role::Limit, records,
-                      [&] {
-                          provide(source);
-                          convertMinimal();
-                      } },
-                    { QStringLiteral("exportHistoryInfo"), Role::Ours, records, ours },
-                    { QStringLiteral("awk"), Role::Peer, records, [&] {
-                         provide(source);
-                         convertWithAwk();
-                     } } } };
+                      convertMinimal, prepare },
+                    { QStringLiteral("exportHistoryInfo"), Role::Ours, records, ours, prepare },
+                    { QStringLiteral("awk"), Role::Peer, records, convertWithAwk, prepare } } };
         row.toLimit = 2;
         row.toPeer = 0.3;
         row.rounds = records >= 100'000 ? 5 : 21;
         runner.run(row);
+        prepare();
         runner.note({ row.name + QStringLiteral(": peak memory"), peakGrowth(ours),
                       QStringLiteral("KiB"), goalGrowth });
     }

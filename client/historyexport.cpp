@@ -8,9 +8,10 @@
 #include <QFile>
 #include <QSaveFile>
 
-#include <cstdio>
-#include <limits>
+#include <charconv>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -33,10 +34,11 @@ public:
     }
 
     // Takes whole lines, so that what was written before a failure ends with one.
-    void write(const QByteArray &lines)
+    void write(const std::string &lines)
     {
-        if (!m_failed && m_file->write(lines) == lines.size())
-            m_written += lines.size();
+        const auto size = qint64(lines.size());
+        if (!m_failed && m_file->write(lines.data(), size) == size)
+            m_written += size;
         else
             m_failed = true;
     }
@@ -60,63 +62,83 @@ private:
     bool m_failed = false;
 };
 
-using EncodedWords = QMap<int, QByteArray>;
-
-EncodedWords encoded(const QMap<int, QString> &words)
+// The field for each code, its comma included.
+class WordFields
 {
-    EncodedWords result;
-    for (auto it = words.begin(); it != words.end(); ++it)
-        result.insert(it.key(), it.value().toLocal8Bit());
-    return result;
-}
+public:
+    explicit WordFields(const QMap<int, QString> &words)
+        : m_fields(size_t(words.isEmpty() ? 0 : words.lastKey() + 1), ",")
+    {
+        for (auto word = words.begin(); word != words.end(); ++word)
+            m_fields[size_t(word.key())] = word.value().toLocal8Bit().toStdString() + ',';
+    }
+
+    const std::string &field(qint64 code) const
+    {
+        return code >= 0 && size_t(code) < m_fields.size() ? m_fields[size_t(code)] : m_empty;
+    }
+
+private:
+    std::vector<std::string> m_fields;
+    std::string m_empty = ",";
+};
 
 // Writes records as lines of comma-separated text.
 class Csv
 {
 public:
     explicit Csv(const HistoryWords &words)
-        : m_statuses(encoded(words.statuses))
-        , m_modes(encoded(words.modes))
-        , m_contents(encoded(words.contents))
+        : m_statuses(words.statuses)
+        , m_modes(words.modes)
+        , m_contents(words.contents)
     {
         m_lines.reserve(2 * pieceSize);
         for (const QString &title : words.titles)
-            appendField(title.toLocal8Bit());
+            m_lines.append(title.toLocal8Bit().toStdString()) += ',';
         m_lines += '\n';
     }
 
     void append(const HistoryRecord &record)
     {
         const int second = record.timeOfDay();
-        std::array<char, 48> time;
-        std::snprintf(time.data(), time.size(), "%lld:%02d:%02d:%02d", record.day, second / 3600,
-                      second / 60 % 60, second % 60);
-        appendField(QByteArray::number(quint64(record.number), 16));
-        appendField(word(m_contents, record.content));
-        appendField(word(m_statuses, record.status));
-        appendField(time.data());
-        appendField(word(m_modes, record.mode));
+        appendNumber(quint64(record.number), 16);
+        m_lines += ',';
+        m_lines += m_contents.field(record.content);
+        m_lines += m_statuses.field(record.status);
+        appendNumber(record.day, 10);
+        appendTwoDigits(second / 3600);
+        appendTwoDigits(second / 60 % 60);
+        appendTwoDigits(second % 60);
+        m_lines += ',';
+        m_lines += m_modes.field(record.mode);
         m_lines += '\n';
     }
 
     // The lines since the last clear().
-    const QByteArray &lines() const { return m_lines; }
-    void clear() { m_lines.resize(0); } // and keep the memory
+    const std::string &lines() const { return m_lines; }
+    void clear() { m_lines.clear(); }
 
 private:
-    void appendField(const QByteArray &text) { m_lines.append(text).append(','); }
-    void appendField(const char *text) { m_lines.append(text).append(','); }
-
-    static QByteArray word(const EncodedWords &words, qint64 code)
+    template <typename Number> void appendNumber(Number number, int base)
     {
-        const bool isCode = code >= 0 && code <= std::numeric_limits<int>::max();
-        return isCode ? words.value(int(code)) : QByteArray();
+        std::array<char, 24> digits;
+        const auto [end, error] =
+            std::to_chars(digits.data(), digits.data() + digits.size(), number, base);
+        Q_ASSERT(error == std::errc());
+        m_lines.append(digits.data(), end);
     }
 
-    EncodedWords m_statuses;
-    EncodedWords m_modes;
-    EncodedWords m_contents;
-    QByteArray m_lines;
+    void appendTwoDigits(int number)
+    {
+        m_lines += ':';
+        m_lines += char('0' + number / 10);
+        m_lines += char('0' + number % 10);
+    }
+
+    WordFields m_statuses;
+    WordFields m_modes;
+    WordFields m_contents;
+    std::string m_lines;
 };
 
 // Leaves the last lines to the caller; false when the source could not be read to its end.
@@ -128,11 +150,13 @@ bool convert(QFile &source, Csv &csv, Target &target)
     while ((got = source.read(piece.data(), piece.size())) > 0) {
         if (StopSource::currentRequested())
             return false;
-        for (qint64 i = 0; i < got; ++i) {
-            if (const auto record = line.feed(piece.at(int(i))))
+        const char *const end = piece.constData() + got;
+        for (const char *at = line.feed(piece.constData(), end); at != end;
+             at = line.feed(at + 1, end)) {
+            if (const auto record = line.finish())
                 csv.append(*record);
         }
-        if (csv.lines().size() < pieceSize)
+        if (csv.lines().size() < size_t(pieceSize))
             continue;
         target.write(csv.lines());
         csv.clear();

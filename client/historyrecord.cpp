@@ -24,7 +24,7 @@ int HistoryRecord::timeOfDay() const
     return int((secondsHigh << 16 | secondsLow) % secondsPerDay);
 }
 
-void NumberField::feed(char byte)
+void NumberField::feedOther(char byte)
 {
     if (m_stage == Stage::Malformed)
         return;
@@ -56,19 +56,20 @@ qint64 NumberField::value() const
     return m_negative ? -qint64(m_magnitude) : qint64(m_magnitude);
 }
 
-std::optional<HistoryRecord> HistoryLine::feed(char byte)
+const char *HistoryLine::feed(const char *begin, const char *end)
 {
-    if (byte == '\n')
-        return finish();
-    if (byte == '\0')
-        m_contentEnded = true;
-    if (m_contentEnded)
-        return std::nullopt;
-    if (byte == ' ')
-        m_current = m_current < fieldCount ? m_current + 1 : fieldCount;
-    else if (m_current < fieldCount && byte != '\r') // '\r': the file is read as text
-        m_fields[size_t(m_current)].feed(byte);
-    return std::nullopt;
+    const char *at = begin;
+    for (; at != end && *at != '\n'; ++at) {
+        if (*at == '\0')
+            m_contentEnded = true;
+        if (m_contentEnded)
+            continue;
+        if (*at == ' ')
+            m_current = m_current < fieldCount ? m_current + 1 : fieldCount;
+        else if (m_current < fieldCount && *at != '\r') // '\r': the file is read as text
+            m_fields[size_t(m_current)].feed(*at);
+    }
+    return at;
 }
 
 std::optional<HistoryRecord> HistoryLine::finish()

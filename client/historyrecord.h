@@ -25,7 +25,18 @@ struct HistoryRecord
 class NumberField
 {
 public:
-    void feed(char byte);
+    void feed(char byte)
+    {
+        constexpr quint64 surelyFits = 1'000'000'000'000'000'000; // a further digit does
+        const auto digit = unsigned(byte - '0');
+        // Hardly anything else is in a history file.
+        if (digit < 10 && m_stage <= Stage::Digits && m_magnitude < surelyFits) {
+            m_magnitude = m_magnitude * 10 + digit;
+            m_stage = Stage::Digits;
+        } else {
+            feedOther(byte);
+        }
+    }
 
     /** The number; 0 for an empty or malformed field and for one past 64 bits. */
     qint64 value() const;
@@ -33,14 +44,16 @@ public:
 private:
     enum class Stage { Leading, Sign, Digits, Trailing, Malformed };
 
+    void feedOther(char byte);
+
     Stage m_stage = Stage::Leading;
     bool m_negative = false;
     quint64 m_magnitude = 0;
 };
 
 /**
- * Splits the driver's history file into records a byte at a time, so that lines of any length and
- * content take no memory.
+ * Splits the driver's history file into records as its bytes come, so that lines of any length
+ * and content take no memory.
  *
  * A line ends at its line feed, its content at the first zero byte; single blanks separate
  * fields, and two in a row enclose an empty one.
@@ -48,10 +61,11 @@ private:
 class HistoryLine
 {
 public:
-    /** @return a record when `byte` ends a line of at least seven fields */
-    std::optional<HistoryRecord> feed(char byte);
+    /** Takes bytes up to the line feed, which it leaves.
+     *  @return the line feed, or `end` when the line goes on behind it */
+    const char *feed(const char *begin, const char *end);
 
-    /** Ends the last line when it has no line feed. */
+    /** Ends a line. @return a record when it had seven fields */
     std::optional<HistoryRecord> finish();
 
 private:
