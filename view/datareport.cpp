@@ -2,14 +2,19 @@
 
 #include <limits>
 
-int integerAt(const DataReport &report, int id)
+int integerOf(const QVariant &value)
 {
-    const QVariant value = report.value(id);
     const double number = value.toDouble();
     // Written so that NaN fails too: converting what does not fit is undefined.
     const bool fits =
         number >= std::numeric_limits<int>::min() && number <= std::numeric_limits<int>::max();
     return fits ? value.toInt() : 0;
+}
+
+int integerAt(const DataReport &report, int id)
+{
+    const auto point = report.constFind(id);
+    return point != report.constEnd() ? integerOf(*point) : 0;
 }
 
 float numberAt(const DataReport &report, int id)
@@ -22,7 +27,9 @@ QString textAt(const DataReport &report, int id, int length)
     QByteArray buffer;
     for (int i = 0; i < length; ++i) {
         const int code = integerAt(report, id + i);
-        if (code != 0)
+        if (code > 0 && code < 0x80)
+            buffer += char(code);
+        else if (code != 0)
             buffer += QString(QChar(static_cast<ushort>(code))).toUtf8();
     }
     // A code above 16 bits may leave a NUL: the text ends there.

@@ -6,7 +6,10 @@
 /** One report of the device: data identifier -> latest value, a float. */
 using DataReport = QMap<int, QVariant>;
 
-/** The value of `id` as an integer; 0 when it is missing, is no number or fits no int. */
+/** A value as an integer; 0 when it is no number or fits no int. */
+int integerOf(const QVariant &value);
+
+/** The value of `id` as an integer; 0 when it is missing, too. */
 int integerAt(const DataReport &report, int id);
 
 /** The value of `id`; 0 when it is missing. */

@@ -20,6 +20,7 @@ constexpr int RequestEvent = 1029;
 constexpr int SetParameterCommand = 2016;
 constexpr int CloseDelayMs = 1000;
 constexpr int CloseDelayWithoutRangeMs = 2000;
+constexpr QSize SpinnerSize(72, 72);
 
 } // namespace
 
@@ -81,11 +82,9 @@ QWidget *Dialog::createOptionPage()
 QWidget *Dialog::createBusyPage()
 {
     auto *page = new QWidget(m_pages);
-    auto *spinner = new Loading(page);
-    spinner->setFixedSize(72, 72);
-    auto *row = new QHBoxLayout(page);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->addWidget(spinner, 0, Qt::AlignCenter);
+    page->setMinimumSize(SpinnerSize);
+    m_busyRow = new QHBoxLayout(page);
+    m_busyRow->setContentsMargins(0, 0, 0, 0);
     return page;
 }
 
@@ -158,10 +157,27 @@ void Dialog::switchPage(int page)
 {
     m_pages->setCurrentIndex(page);
     m_okButton->setEnabled(page != BusyPage);
-    if (page == ValuePage)
+    dropSpinner();
+    if (page == BusyPage)
+        addSpinner();
+    else if (page == ValuePage)
         m_valueEdit->setFocus();
     else if (page == OptionPage)
         m_optionBox->setFocus();
+}
+
+void Dialog::addSpinner()
+{
+    m_spinner = new Loading(this);
+    m_spinner->setFixedSize(SpinnerSize);
+    m_busyRow->addWidget(m_spinner, 0, Qt::AlignCenter);
+    m_spinner->show();
+}
+
+void Dialog::dropSpinner()
+{
+    delete m_spinner;
+    m_spinner = nullptr;
 }
 
 QString Dialog::getstrValue()
@@ -235,4 +251,5 @@ void Dialog::done(int result)
 {
     m_closeTimer.stop();
     QDialog::done(result);
+    dropSpinner();
 }

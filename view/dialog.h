@@ -6,6 +6,8 @@
 #include <QTimer>
 #include <QVariant>
 
+class Loading;
+class QBoxLayout;
 class QComboBox;
 class QLabel;
 class QLineEdit;
@@ -66,6 +68,8 @@ private:
     QWidget *createOptionPage();
     QWidget *createBusyPage();
     void buildLayout();
+    void addSpinner();
+    void dropSpinner();
     void takeRange();
     bool isAcceptable();
     void refuse();
@@ -76,6 +80,8 @@ private:
     QLabel *m_rangeLabel;
     QLabel *m_nameLabel;
     QComboBox *m_optionBox = nullptr;
+    QBoxLayout *m_busyRow = nullptr;
+    Loading *m_spinner = nullptr; // on the busy page only: it turns as long as it lives
     QPushButton *m_okButton;
     QPushButton *m_cancelButton;
     QTimer m_closeTimer { this };

@@ -1,31 +1,38 @@
 #include "eventrecord.h"
 
-#include <algorithm>
-
 namespace {
 
 constexpr int FirstEventId = 2000;
 
-bool isPresent(const DataReport &report, int index)
+// By event, as far as there are events. The report is in the order of the flags.
+QVector<bool> presentEvents(const DataReport &report, int eventCount)
 {
-    return integerAt(report, FirstEventId + index) == 1;
+    QVector<bool> present(eventCount);
+    const auto end = report.lowerBound(FirstEventId + eventCount);
+    for (auto point = report.lowerBound(FirstEventId); point != end; ++point)
+        present[point.key() - FirstEventId] = integerOf(*point) == 1;
+    return present;
 }
 
 } // namespace
 
 void EventRecord::update(const DataReport &report, int eventCount, const QDateTime &now)
 {
-    QList<RecordedEvent> events;
-    for (int index = 0; index < eventCount; ++index) {
-        const bool isKnown =
-            std::any_of(m_events.cbegin(), m_events.cend(),
-                        [index](const RecordedEvent &e) { return e.index == index; });
-        if (!isKnown && isPresent(report, index))
-            events.append({ index, now });
-    }
+    QVector<bool> appeared = presentEvents(report, eventCount);
+    QVector<RecordedEvent> kept;
     for (const RecordedEvent &event : qAsConst(m_events)) {
-        if (isPresent(report, event.index))
-            events.append(event);
+        if (!appeared.value(event.index))
+            continue;
+        kept.append(event);
+        appeared[event.index] = false;
     }
-    m_events = events;
+    m_events.clear();
+    QString time;
+    for (int index = appeared.indexOf(true); index >= 0;
+         index = appeared.indexOf(true, index + 1)) {
+        if (time.isEmpty())
+            time = now.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+        m_events.append({ index, now, time });
+    }
+    m_events += kept;
 }

@@ -3,13 +3,14 @@
 #include "datareport.h"
 
 #include <QDateTime>
-#include <QList>
+#include <QVector>
 
 /** One event that is present. */
 struct RecordedEvent
 {
     int index;       ///< k of the flag with identifier 2000 + k
     QDateTime since; ///< when it was first seen
+    QString time;    ///< the same as text
 };
 
 /**
@@ -23,8 +24,8 @@ public:
     /** Takes over the flags of a report that was received at `now`. */
     void update(const DataReport &report, int eventCount, const QDateTime &now);
 
-    const QList<RecordedEvent> &events() const { return m_events; }
+    const QVector<RecordedEvent> &events() const { return m_events; }
 
 private:
-    QList<RecordedEvent> m_events;
+    QVector<RecordedEvent> m_events;
 };

@@ -31,14 +31,13 @@ RecordTable::RecordTable(QWidget *parent)
     middle->addWidget(m_emptyNote);
 }
 
-void RecordTable::showEvents(const QList<RecordedEvent> &events, const QStringList &texts)
+void RecordTable::showEvents(const QVector<RecordedEvent> &events, const QStringList &texts)
 {
     if (rowCount() != events.size())
         setRowCount(events.size());
     for (int row = 0; row < events.size(); ++row) {
         const RecordedEvent &event = events.at(row);
-        writeCentred(*this, row, TimeColumn,
-                     event.since.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")), ViewColors::Text);
+        writeCentred(*this, row, TimeColumn, event.time, ViewColors::Text);
         writeCentred(*this, row, DescriptionColumn, texts.value(event.index), ViewColors::Text);
     }
     m_emptyNote->setVisible(events.isEmpty());

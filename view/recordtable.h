@@ -18,7 +18,7 @@ public:
 
     /** Shows the events in their order; writes only what differs.
      *  @param texts  the description of event k at index k */
-    void showEvents(const QList<RecordedEvent> &events, const QStringList &texts);
+    void showEvents(const QVector<RecordedEvent> &events, const QStringList &texts);
 
 private:
     QLabel *m_emptyNote;

@@ -9,15 +9,22 @@
 namespace {
 
 constexpr int RangeColumnWidth = 150;
+constexpr int BoundsRole = Qt::UserRole; // of a range cell: the raw bounds, as a point
 
 void writeValue(QTableWidget &table, int row, const QString &text)
 {
     writeCentred(table, row, ValueColumn, text, Qt::blue);
 }
 
+// The bounds hardly ever change: their text is made only when they differ from those shown.
 void writeRange(QTableWidget &table, int row, const ParameterInformation &record)
 {
+    const QPoint bounds(record.min, record.max);
+    const QTableWidgetItem *shown = table.item(row, RangeColumn);
+    if (shown && shown->data(BoundsRole).toPoint() == bounds)
+        return;
     writeCentred(table, row, RangeColumn, rangeText(record), Qt::red);
+    table.item(row, RangeColumn)->setData(BoundsRole, bounds);
 }
 
 } // namespace

@@ -63,9 +63,11 @@ void writeCentred(QTableWidget &table, int row, int column, const QString &text,
                   const QColor &color)
 {
     QTableWidgetItem *item = itemAt(table, row, column);
+    if (item->text() == text)
+        return; // and has its look, unless it is empty
     if (item->foreground().color() != color)
         item->setForeground(color);
     if (item->textAlignment() != Qt::AlignCenter)
         item->setTextAlignment(Qt::AlignCenter);
-    writeCell(table, row, column, text);
+    item->setText(text);
 }
