@@ -1,19 +1,16 @@
 // A refresh of each tab with 420 values, changed and unchanged; a repaint of the diagram; the cost
 // of a view that was shown and then hidden.
 
+#include "barepages.h"
 #include "clients.h"
 #include "rows.h"
 
-#include "plugin/collectview.h"
+#include "view/tavoview.h"
 
 #include <QApplication>
-#include <QHeaderView>
-#include <QLabel>
 #include <QPainter>
-#include <QTableWidget>
 #include <QTabWidget>
 #include <QTimer>
-#include <QVBoxLayout>
 
 namespace {
 
@@ -30,44 +27,6 @@ Data report(int turn)
     }
     return data;
 }
-
-/** What a tab is made of, without meaning: texts set in a table or in labels, and painted. */
-class BareWidgets : public QWidget
-{
-public:
-    BareWidgets(int tables, int rows, int labels)
-    {
-        auto *layout = new QVBoxLayout(this);
-        for (int i = 0; i < tables; ++i) {
-            auto *table = new QTableWidget(rows, 3);
-            for (int row = 0; row < rows; ++row) {
-                for (int column = 0; column < 3; ++column)
-                    table->setItem(row, column, new QTableWidgetItem(QStringLiteral("12.3 V")));
-            }
-            layout->addWidget(table);
-            m_tables.append(table);
-        }
-        for (int i = 0; i < labels; ++i) {
-            auto *label = new QLabel(QStringLiteral("12.3 V"));
-            layout->addWidget(label);
-            m_labels.append(label);
-        }
-    }
-
-    void write(const QString &text)
-    {
-        for (QTableWidget *table : qAsConst(m_tables)) {
-            for (int row = 0; row < table->rowCount(); ++row)
-                table->item(row, 1)->setText(text);
-        }
-        for (QLabel *label : qAsConst(m_labels))
-            label->setText(text);
-    }
-
-private:
-    QVector<QTableWidget *> m_tables;
-    QVector<QLabel *> m_labels;
-};
 
 /** Six filled squares, six dashed lines, forty texts: what the diagram paints, without meaning. */
 class BareDiagram : public QWidget
@@ -90,57 +49,36 @@ protected:
     }
 };
 
-struct Tab
-{
-    const char *name;
-    int tables, rows, labels; // of the bare widgets that stand against it
-};
+constexpr int times = 10; // a round
 
-constexpr Tab tabs[] = {
-    { "Overview", 0, 0, 0 },
-    { "Alarm", 1, 32, 0 },
-    { "RT-data", 0, 0, 39 },
-    { "Control", 4, 20, 0 },
-};
-
-std::function<void()> flush(CollectView *view, Data first, Data second, int times)
+std::function<void()> refresh(std::function<void(const Data &)> write, Data first, Data second)
 {
     return [=] {
         for (int i = 0; i < times; ++i) {
-            view->flushData(i % 2 ? first : second);
+            write(i % 2 ? first : second);
             QCoreApplication::processEvents();
         }
     };
 }
 
-std::function<void()> write(BareWidgets *widgets, QString first, QString second, int times)
+void benchTab(Runner &runner, CollectView *view, const QString &name, BarePage &bare)
 {
-    return [=] {
-        for (int i = 0; i < times; ++i) {
-            widgets->write(i % 2 ? first : second);
-            QCoreApplication::processEvents();
-        }
-    };
-}
-
-void benchTab(Runner &runner, CollectView *view, const Tab &tab, bool changed)
-{
-    constexpr int times = 10;
-    const Data first = report(0);
-    const Data second = changed ? report(1) : first;
-    BareWidgets bare(tab.tables, tab.rows, tab.labels);
     bare.resize(view->size());
     bare.show();
-    Row row {
-        QStringLiteral("Refresh of \"%1\", %2").arg(tab.name, changed ? "changed" : "unchanged"),
-        { { QStringLiteral("bare widgets"), Role::Limit, times,
-            write(&bare, QStringLiteral("12.3 V"),
-                  changed ? QStringLiteral("45.6 V") : QStringLiteral("12.3 V"), times) },
-          { QStringLiteral("view"), Role::Ours, times, flush(view, first, second, times) } }
-    };
-    row.toLimit = 2;
-    row.rounds = 21;
-    runner.run(row);
+    const auto writeBare = [&bare](const Data &data) { bare.write(data); };
+    const auto writeView = [view](const Data &data) { view->flushData(data); };
+    for (const bool changed : { true, false }) {
+        const Data first = report(0);
+        const Data second = report(changed ? 1 : 0);
+        Row row { QStringLiteral("Refresh of \"%1\", %2")
+                      .arg(name, QLatin1String(changed ? "changed" : "unchanged")),
+                  { { QStringLiteral("bare widgets"), Role::Limit, times,
+                      refresh(writeBare, first, second) },
+                    { QStringLiteral("view"), Role::Ours, times,
+                      refresh(writeView, first, second) } } };
+        row.toLimit = 2;
+        runner.run(row);
+    }
 }
 
 void benchDiagram(Runner &runner, QWidget *diagram)
@@ -189,14 +127,31 @@ void benchView(Runner &runner)
     view->resize(1000, 640);
     view->setUserInfo(QStringLiteral("operator"), 1);
     view->show();
+    const tavo_6_20k_View family;
     auto *pages = view->findChild<QTabWidget *>();
-    for (int i = 1; i < int(std::size(tabs)); ++i) {
-        pages->setCurrentIndex(i);
+    const auto open = [pages](int tab) {
+        pages->setCurrentIndex(tab);
         QCoreApplication::processEvents();
-        benchTab(runner, view, tabs[i], true);
-        benchTab(runner, view, tabs[i], false);
-    }
-    pages->setCurrentIndex(0);
+    };
+    const auto table = [view](const char *name) {
+        return view->findChild<QTableWidget *>(QLatin1String(name));
+    };
+
+    open(tavoView::AlarmTab);
+    benchTab(runner, view, QStringLiteral("Alarm"),
+             *bareAlarmPage(*table("RecordTable"), family.getAlarmList()));
+    open(tavoView::RealDataTab);
+    benchTab(runner, view, QStringLiteral("RT-data"),
+             *bareValuePage(family.getDeviceData() + family.getOutputData() + family.getInputData()
+                            + family.getBypassData() + family.getBatteryData()
+                            + family.getRecInvData()));
+    open(tavoView::ControlTab);
+    benchTab(runner, view, QStringLiteral("Control"),
+             *bareSettingsPage({ table("basicTable"), table("batteryTable"), table("adjustTable"),
+                                 table("devinforTable") },
+                               { family.getBasicConfig(), family.getBatteryConfig(),
+                                 family.getAdjustConfig(), family.getDevInfoConfig() }));
+    open(tavoView::OverviewTab);
     view->flushData(report(1));
     QCoreApplication::processEvents();
     benchDiagram(runner, findDiagram(view));
