@@ -104,7 +104,10 @@ void Energyline::rebuild()
 
 void Energyline::flushData(QMap<int, QVariant> report)
 {
-    m_state = energyState(report);
+    const EnergyState state = energyState(report);
+    if (state == m_state)
+        return;
+    m_state = state;
     rebuild();
 }
 

@@ -21,6 +21,11 @@ struct EnergyLine
 {
     QString label;
     QString value; ///< "-" as long as the report does not hold it
+
+    bool operator==(const EnergyLine &other) const
+    {
+        return value == other.value && label == other.label;
+    }
 };
 
 /** What the diagram shows of a report. */
@@ -31,6 +36,11 @@ struct EnergyState
     float capacity = 0; ///< remaining battery capacity, 0 to 1; 0 when unknown
 
     bool isCharging() const { return flows[1]; }
+
+    bool operator==(const EnergyState &other) const
+    {
+        return flows == other.flows && capacity == other.capacity && panels == other.panels;
+    }
 };
 
 /** The flows of a report; a missing identifier counts as 0. */

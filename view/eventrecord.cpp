@@ -1,5 +1,7 @@
 #include "eventrecord.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr int FirstEventId = 2000;
@@ -18,21 +20,18 @@ QVector<bool> presentEvents(const DataReport &report, int eventCount)
 
 void EventRecord::update(const DataReport &report, int eventCount, const QDateTime &now)
 {
-    QVector<bool> appeared = presentEvents(report, eventCount);
-    QVector<RecordedEvent> kept;
-    for (const RecordedEvent &event : qAsConst(m_events)) {
-        if (!appeared.value(event.index))
-            continue;
-        kept.append(event);
-        appeared[event.index] = false;
+    QVector<bool> present = presentEvents(report, eventCount);
+    const auto isGone = [&present](const RecordedEvent &e) { return !present.value(e.index); };
+    m_events.erase(std::remove_if(m_events.begin(), m_events.end(), isGone), m_events.end());
+    for (const RecordedEvent &event : qAsConst(m_events))
+        present[event.index] = false;
+    if (!present.contains(true))
+        return;
+    const QString time = now.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+    QVector<RecordedEvent> appeared;
+    for (int index = 0; index < present.size(); ++index) {
+        if (present.at(index))
+            appeared.append({ index, now, time });
     }
-    m_events.clear();
-    QString time;
-    for (int index = appeared.indexOf(true); index >= 0;
-         index = appeared.indexOf(true, index + 1)) {
-        if (time.isEmpty())
-            time = now.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
-        m_events.append({ index, now, time });
-    }
-    m_events += kept;
+    m_events = appeared + m_events;
 }

@@ -9,22 +9,15 @@
 namespace {
 
 constexpr int RangeColumnWidth = 150;
-constexpr int BoundsRole = Qt::UserRole; // of a range cell: the raw bounds, as a point
 
 void writeValue(QTableWidget &table, int row, const QString &text)
 {
     writeCentred(table, row, ValueColumn, text, Qt::blue);
 }
 
-// The bounds hardly ever change: their text is made only when they differ from those shown.
 void writeRange(QTableWidget &table, int row, const ParameterInformation &record)
 {
-    const QPoint bounds(record.min, record.max);
-    const QTableWidgetItem *shown = table.item(row, RangeColumn);
-    if (shown && shown->data(BoundsRole).toPoint() == bounds)
-        return;
     writeCentred(table, row, RangeColumn, rangeText(record), Qt::red);
-    table.item(row, RangeColumn)->setData(BoundsRole, bounds);
 }
 
 } // namespace
@@ -54,12 +47,16 @@ QTableWidget *createSettingsTable(const QString &objectName, const QStringList &
     return table;
 }
 
-void refreshSettingsTable(const SettingsTable &settings, const DataReport &report)
+void refreshSettingsTable(SettingsTable &settings, const DataReport &report)
 {
+    settings.shownBounds.resize(settings.records.size());
     for (int row = 0; row < settings.records.size(); ++row) {
         const ParameterInformation &record = *settings.records.at(row);
         writeValue(*settings.table, row, displayText(record, report));
-        writeRange(*settings.table, row, record);
+        const QPair<int, int> bounds(record.min, record.max);
+        if (settings.shownBounds.at(row) != bounds)
+            writeRange(*settings.table, row, record);
+        settings.shownBounds[row] = bounds;
     }
 }
 

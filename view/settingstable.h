@@ -3,7 +3,9 @@
 #include "datareport.h"
 #include "parameterinformation.h"
 
+#include <QPair>
 #include <QTableWidget>
+#include <QVector>
 
 /** The columns of a settings table. */
 enum SettingsColumn { NameColumn, ValueColumn, RangeColumn, SettingsColumnCount };
@@ -13,6 +15,7 @@ struct SettingsTable
 {
     QTableWidget *table = nullptr;
     QList<ParameterInformation *> records;
+    QVector<QPair<int, int>> shownBounds; ///< raw, by row; a range's text is made when they change
 };
 
 /** Builds a table with a row for each record; `parent` or the caller owns it. */
@@ -21,7 +24,7 @@ QTableWidget *createSettingsTable(const QString &objectName, const QStringList &
                                   QWidget *parent = nullptr);
 
 /** Writes the values and ranges that changed. */
-void refreshSettingsTable(const SettingsTable &settings, const DataReport &report);
+void refreshSettingsTable(SettingsTable &settings, const DataReport &report);
 
 /** Shows the value that was entered last for a record of the table. */
 void showEnteredValue(const SettingsTable &settings, const ParameterInformation *record);

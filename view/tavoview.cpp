@@ -167,7 +167,7 @@ QWidget *tavoView::createConfiguration()
     for (const auto &page : pages) {
         QTableWidget *table = nullptr;
         initialConfigTable(QString::fromLatin1(page.objectName), page.records, table);
-        m_settings.append({ table, page.records });
+        m_settings.append({ table, page.records, {} });
         tabs->addTab(table, page.title);
         connect(table, SIGNAL(cellDoubleClicked(int, int)), this,
                 SLOT(slot_doubleClicked(int, int)));
@@ -250,7 +250,7 @@ void tavoView::UpdatePointTabInfo(int tab)
         refreshPanels();
         break;
     case ControlTab:
-        for (const SettingsTable &settings : qAsConst(m_settings))
+        for (SettingsTable &settings : m_settings)
             refreshSettingsTable(settings, dataReport);
         break;
     default:
