@@ -204,6 +204,7 @@ void SerialPort::close()
 {
     if (file)
         file->close();
+    m_log.close();
     QIODevice::close();
 }
 

@@ -24,6 +24,7 @@ void TrafficLog::append(const QString &path, const char *data, int length, int d
     if (appendLine(path) <= largestLog)
         return;
 
+    close();
     QFile log(path);
     if (!log.copy(path + QLatin1String(".bak.log")))
         qDebug() << log.errorString();
@@ -50,6 +51,7 @@ void TrafficLog::formatTime()
 
 void TrafficLog::formatLine(const char *data, int length, int direction)
 {
+    m_line.reserve(int(sizeof m_time) + 16 + 3 * length); // or resizing gives the memory back
     m_line.resize(0);
     formatTime();
     m_line.append(direction == Received ? "recv: " : "send: ", 6);
@@ -68,18 +70,37 @@ void TrafficLog::formatLine(const char *data, int length, int direction)
 qint64 TrafficLog::appendLine(const QString &path)
 {
     const QByteArray name = QFile::encodeName(path);
-    struct stat status = {};
-    const int log = open(name.constData(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666);
-    if (log < 0) {
+    if (!openLog(name.constData())) {
         report(path, errno);
-        return stat(name.constData(), &status) == 0 ? qint64(status.st_size) : 0;
+        return stat(name.constData(), &m_status) == 0 ? qint64(m_status.st_size) : 0;
     }
     // In one piece, so that a line is whole or missing.
-    const ssize_t written = write(log, m_line.constData(), size_t(m_line.size()));
+    const ssize_t written = write(m_log, m_line.constData(), size_t(m_line.size()));
     report(path, written < 0 ? errno : written < m_line.size() ? ENOSPC : 0);
-    const bool known = fstat(log, &status) == 0;
-    close(log);
-    return known ? qint64(status.st_size) : 0;
+    return qint64(m_status.st_size) + qMax<ssize_t>(written, 0);
+}
+
+// Opening and closing costs more than all the rest: a log stays open as long as its name stands
+// for the same file.
+bool TrafficLog::openLog(const char *name)
+{
+    struct stat named = {};
+    const bool isNamed = m_log >= 0 && stat(name, &named) == 0 && named.st_ino == m_status.st_ino
+        && named.st_dev == m_status.st_dev;
+    if (isNamed) {
+        m_status = named;
+        return true;
+    }
+    close();
+    m_log = open(name, O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666);
+    return m_log >= 0 && fstat(m_log, &m_status) == 0;
+}
+
+void TrafficLog::close()
+{
+    if (m_log >= 0)
+        ::close(m_log);
+    m_log = -1;
 }
 
 void TrafficLog::report(const QString &path, int error)
