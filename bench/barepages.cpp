@@ -2,6 +2,7 @@
 
 #include <QHeaderView>
 #include <QLabel>
+#include <QPainter>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -148,7 +149,52 @@ private:
     QVector<BareTable *> m_tables;
 };
 
+class BareDiagram : public BarePage
+{
+public:
+    BareDiagram() { setAttribute(Qt::WA_OpaquePaintEvent); }
+
+    void write(const Data &report) override
+    {
+        QStringList texts;
+        for (int i = 0; i < 40; ++i) {
+            char text[64];
+            std::snprintf(text, sizeof text, "Voltage: %.1f V",
+                          double(report.value(4105 + i).toFloat()));
+            texts.append(QString::fromLatin1(text));
+        }
+        if (texts == m_texts)
+            return;
+        m_texts = texts;
+        update();
+    }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter painter(this);
+        painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
+        painter.fillRect(rect(), QColor(240, 240, 245));
+        for (int i = 0; i < 6; ++i)
+            painter.fillRect(20 + 120 * i, 200, 75, 75, QColor(41, 71, 198));
+        painter.setPen(QPen(QColor(157, 172, 255), 5, Qt::DashLine, Qt::RoundCap, Qt::RoundJoin));
+        for (int i = 0; i < 6; ++i)
+            painter.drawLine(20, 20 * i + 20, 600, 20 * i + 20);
+        painter.setPen(Qt::black);
+        for (int i = 0; i < m_texts.size(); ++i)
+            painter.drawText(20 + 200 * (i % 4), 300 + 16 * (i / 4), m_texts[i]);
+    }
+
+private:
+    QStringList m_texts;
+};
+
 } // namespace
+
+std::unique_ptr<BarePage> bareDiagram()
+{
+    return std::make_unique<BareDiagram>();
+}
 
 std::unique_ptr<BarePage> bareAlarmPage(const QTableWidget &model, const QStringList &texts)
 {

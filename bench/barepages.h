@@ -19,6 +19,9 @@ public:
     virtual void write(const QMap<int, QVariant> &report) = 0;
 };
 
+/** What the diagram paints: six filled squares, six dashed lines, forty texts of values. */
+std::unique_ptr<BarePage> bareDiagram();
+
 /** The events of a report in a table like `model`. */
 std::unique_ptr<BarePage> bareAlarmPage(const QTableWidget &model, const QStringList &texts);
 

@@ -39,6 +39,12 @@ double bestOf(const Row &row, const QVector<double> &medians, Role role)
     return best;
 }
 
+void printRatio(double value, double base, const char *what)
+{
+    if (base > 0)
+        std::printf("  %6.2f %s", value / base, what);
+}
+
 struct Verdict
 {
     QString text;
@@ -71,6 +77,56 @@ Verdict judge(const Row &row, const QVector<double> &medians)
     judge(verdict, naive / ours, row.fasterThanNaive, false, "faster than straightforward");
     judge(verdict, ours, row.belowNs, true, "ns");
     return verdict;
+}
+
+QJsonObject reportRow(const Row &row, const QVector<double> &medians)
+{
+    const Verdict verdict = judge(row, medians);
+    const double limit = bestOf(row, medians, Role::Limit);
+    const double peer = bestOf(row, medians, Role::Peer);
+    QJsonObject times;
+    std::printf("\n%s\n", qPrintable(row.name));
+    for (int i = 0; i < medians.size(); ++i) {
+        const QString name = row.contenders[i].name;
+        times.insert(name, medians[i]);
+        std::printf("    %-34s %12.0f ns", qPrintable(name), medians[i]);
+        printRatio(medians[i], limit, "x limit");
+        printRatio(medians[i], peer, "x best peer");
+        std::printf("\n");
+    }
+    if (!verdict.text.isEmpty())
+        std::printf("  =>%s\n", qPrintable(verdict.text));
+    return { { "row", row.name },
+             { "nsPerOperation", times },
+             { "ours", bestOf(row, medians, Role::Ours) },
+             { "limit", limit },
+             { "bestPeer", peer },
+             { "goals", verdict.text.trimmed() },
+             { "met", verdict.met } };
+}
+
+QJsonObject reportFigure(const Figure &figure)
+{
+    const bool met = figure.bound == 0 || figure.value <= figure.bound;
+    std::printf("\n%s: %.3f %s", qPrintable(figure.name), figure.value, qPrintable(figure.unit));
+    if (figure.bound > 0)
+        std::printf(" (<= %g)%s", figure.bound, met ? "" : " MISSED");
+    std::printf("\n");
+    return { { "row", figure.name },
+             { "value", figure.value },
+             { "unit", figure.unit },
+             { "bound", figure.bound },
+             { "met", met } };
+}
+
+bool writeJson(const QString &name, const QJsonArray &rows)
+{
+    QFile file(name);
+    if (file.open(QIODevice::WriteOnly) && file.write(QJsonDocument(rows).toJson()) >= 0
+        && file.flush())
+        return true;
+    std::fprintf(stderr, "bench: %s: %s\n", qPrintable(name), qPrintable(file.errorString()));
+    return false;
 }
 
 } // namespace
@@ -107,47 +163,14 @@ bool Runner::report(const QString &jsonFile) const
 {
     bool allMet = true;
     QJsonArray rows;
-    for (const Result &result : m_results) {
-        const Verdict verdict = judge(result.row, result.medians);
-        allMet = allMet && verdict.met;
-        std::printf("\n%s\n", qPrintable(result.row.name));
-        QJsonObject times;
-        const double limit = bestOf(result.row, result.medians, Role::Limit);
-        for (int i = 0; i < result.medians.size(); ++i) {
-            const QString name = result.row.contenders[i].name;
-            times.insert(name, result.medians[i]);
-            std::printf("    %-34s %12.0f ns", qPrintable(name), result.medians[i]);
-            std::printf(limit > 0 ? "  %6.2f x limit\n" : "\n", result.medians[i] / limit);
-        }
-        if (!verdict.text.isEmpty())
-            std::printf("  =>%s\n", qPrintable(verdict.text));
-        rows.append(QJsonObject { { "row", result.row.name },
-                                  { "nsPerOperation", times },
-                                  { "goals", verdict.text.trimmed() },
-                                  { "met", verdict.met } });
-    }
-    for (const Figure &figure : m_figures) {
-        const bool met = figure.bound == 0 || figure.value <= figure.bound;
-        allMet = allMet && met;
-        std::printf(
-            "\n%s: %.3f %s%s%s\n", qPrintable(figure.name), figure.value, qPrintable(figure.unit),
-            figure.bound > 0 ? qPrintable(QStringLiteral(" (<= %1)").arg(figure.bound)) : "",
-            met ? "" : " MISSED");
-        rows.append(QJsonObject { { "row", figure.name },
-                                  { "value", figure.value },
-                                  { "unit", figure.unit },
-                                  { "bound", figure.bound },
-                                  { "met", met } });
-    }
-    if (!jsonFile.isEmpty()) {
-        QFile file(jsonFile);
-        if (!file.open(QIODevice::WriteOnly) || file.write(QJsonDocument(rows).toJson()) < 0) {
-            std::fprintf(stderr, "bench: %s: %s\n", qPrintable(jsonFile),
-                         qPrintable(file.errorString()));
-            return false;
-        }
-    }
-    return allMet;
+    for (const Result &result : m_results)
+        rows.append(reportRow(result.row, result.medians));
+    for (const Figure &figure : m_figures)
+        rows.append(reportFigure(figure));
+    for (const QJsonValue &row : qAsConst(rows))
+        allMet = allMet && row[QLatin1String("met")].toBool();
+    std::printf("\n%s\n", allMet ? "All goals are met." : "Not all goals are met.");
+    return (jsonFile.isEmpty() || writeJson(jsonFile, rows)) && allMet;
 }
 
 double processorTime()
