@@ -218,6 +218,11 @@ void tst_SerialPort::trafficLog()
     const auto format = QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz");
     const auto time = QDateTime::fromString(match.captured(1), format);
     QVERIFY(qAbs(time.msecsTo(QDateTime::currentDateTime())) < 60'000);
+    // Whoever moves the log away finds the next line in a new one.
+    QVERIFY(QFile::rename(QStringLiteral("log_ttyLOG.log"), QStringLiteral("moved.log")));
+    QCOMPARE(port.writeData("m", 1), 1);
+    QVERIFY(contents(QStringLiteral("log_ttyLOG.log")).endsWith("send: 6d \n"));
+    QCOMPARE(contents(QStringLiteral("moved.log")), log);
 }
 
 void tst_SerialPort::rotation()
