@@ -150,15 +150,27 @@ void tavoClient::loadConfig()
 
 void tavoClient::setPort(QString portName, QString portSettings)
 {
-    PortManage *ports = nullptr;
     {
         const QMutexLocker lock(&mutex);
         m_portName = portName;
         m_portSettings = portSettings;
+    }
+    reopenPort();
+}
+
+// The port that is configured now, which a cycle must neither miss nor overwrite: the host may
+// change it at any moment.
+void tavoClient::reopenPort()
+{
+    QString name;
+    PortManage *ports = nullptr;
+    {
+        const QMutexLocker lock(&mutex);
         m_portReopened = 1;
+        name = m_portName;
         ports = portManager(portHandle);
     }
-    ports->ReOpen(portName);
+    ports->ReOpen(name);
 }
 
 void tavoClient::setDevId(int address)

@@ -106,13 +106,6 @@ void tavoClient::postLinkChange(const LinkStep &step, const QVariantMap &map)
     emit postDEvent(StatusChangedEvent, map);
 }
 
-// The port that is configured now: the host may have changed it since the cycle began.
-void tavoClient::reopenPort()
-{
-    const CycleSettings current = settings();
-    setPort(current.portName, current.portSettings);
-}
-
 void tavoClient::parseData(int id, float value)
 {
     m_values.store(id, value);
