@@ -61,9 +61,7 @@ int DeviceLink::query(const CycleSettings &settings)
     const auto call = [&](const PortDescriptor &port) {
         return m_driver.query(port, settings.address, m_callback, m_context);
     };
-    if (settings.communicationType != 0)
-        return call(socketDescriptor());
-    return m_driver.hasQuery() ? callOnPort(settings, call) : 0;
+    return settings.communicationType != 0 ? call(socketDescriptor()) : callOnPort(settings, call);
 }
 
 int DeviceLink::control(const CycleSettings &settings, CommandText &command)
@@ -71,9 +69,7 @@ int DeviceLink::control(const CycleSettings &settings, CommandText &command)
     const auto call = [&](const PortDescriptor &port) {
         return m_driver.control(port, settings.address, command.data(), m_context);
     };
-    if (settings.communicationType != 0)
-        return call(socketDescriptor());
-    return m_driver.hasControl() ? callOnPort(settings, call) : 0;
+    return settings.communicationType != 0 ? call(socketDescriptor()) : callOnPort(settings, call);
 }
 
 void DeviceLink::dropSocket()
@@ -93,12 +89,10 @@ void DeviceLink::dropSocket()
 int DeviceLink::callOnPort(const CycleSettings &settings,
                            const std::function<int(const PortDescriptor &)> &call)
 {
-    SerialPort *port = settings.ports->getPortHandle(settings.portName);
+    SerialPort *port = settings.ports->getLockedPort(settings.portName);
     if (!port)
         return 0;
-    const PortLock lock(*port);
-    if (!lock)
-        return 0;
+    const PortLock lock(*port, std::adopt_lock);
     return call({ static_cast<QIODevice *>(port), CommRead, CommWrite });
 }
 

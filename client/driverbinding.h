@@ -32,9 +32,6 @@ public:
     /** Unloads the driver; without one nothing happens. */
     void unload();
 
-    bool hasQuery() const { return m_query; }
-    bool hasControl() const { return m_control; }
-
     /** Has the driver read all data of the device at `address`.
      *  @param context  handed to `callback` with every value
      *  @return non-zero when the device answered; 0 also without the entry or without a device */

@@ -3,6 +3,8 @@
 #include "serialport.h"
 #include "stopsource.h"
 
+#include <mutex>
+
 /**
  * Holds a port's lock while it lives, unless the calling thread was asked to stop while waiting.
  *
@@ -13,6 +15,11 @@ class PortLock
 public:
     explicit PortLock(SerialPort &port)
         : m_port(StopSource::lock(*port.mutex) ? &port : nullptr)
+    {
+    }
+    /** Takes over a lock that the calling thread holds already. */
+    PortLock(SerialPort &port, std::adopt_lock_t)
+        : m_port(&port)
     {
     }
     ~PortLock()

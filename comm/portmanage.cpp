@@ -16,7 +16,7 @@
 namespace {
 
 constexpr int idlePeriod = 30000; // ms
-constexpr int retryPeriod = 50;    // ms
+constexpr int retryPeriod = 50;   // ms
 
 std::atomic<PortManage *> theInstance = nullptr;
 
@@ -114,6 +114,14 @@ SerialPort *PortManage::findOrCreate(const QString &name, bool *created, bool *t
 
 SerialPort *PortManage::getPortHandle(const QString &name)
 {
+    SerialPort *port = getLockedPort(name);
+    if (port)
+        port->UnLock();
+    return port;
+}
+
+SerialPort *PortManage::getLockedPort(const QString &name)
+{
     SerialPort *port = nullptr;
     bool created = false;
     bool tickDue = false;
@@ -131,7 +139,6 @@ SerialPort *PortManage::getPortHandle(const QString &name)
         closeIfIdle(*port);
     if (!port->isOpen() || port->isHungUp())
         port->ReOpen();
-    port->UnLock();
     return port;
 }
 
@@ -151,12 +158,10 @@ CommHandle *PortManage::getPortHandle(int vendorId, int productId)
 
 void PortManage::ReOpen(const QString &name)
 {
-    SerialPort *port = getPortHandle(name);
+    SerialPort *port = getLockedPort(name);
     if (!port)
         return;
-    const PortLock lock(*port);
-    if (!lock)
-        return;
+    const PortLock lock(*port, std::adopt_lock);
     port->close();
     openAsConfigured(*port, name);
 }
@@ -175,12 +180,11 @@ void PortManage::ReOpen(int vendorId, int productId)
 
 void PortManage::Close(const QString &name)
 {
-    SerialPort *port = getPortHandle(name);
+    SerialPort *port = getLockedPort(name);
     if (!port)
         return;
-    const PortLock lock(*port);
-    if (lock)
-        port->close();
+    const PortLock lock(*port, std::adopt_lock);
+    port->close();
 }
 
 void PortManage::Close(int vendorId, int productId)

@@ -44,6 +44,10 @@ public:
      *  @return null when `name` belongs to a HID device or the calling thread was asked to stop */
     SerialPort *getPortHandle(const QString &name);
 
+    /** The same port with its lock held, for the caller to give back: no tick can close it before
+     *  it is used. */
+    SerialPort *getLockedPort(const QString &name);
+
     /** The handle (not the device) of a USB HID device, which may be null inside.
      *  @return null when the ids name a serial port or the calling thread was asked to stop */
     CommHandle *getPortHandle(int vendorId, int productId);
