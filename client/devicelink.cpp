@@ -34,8 +34,10 @@ DeviceLink::~DeviceLink()
 
 void DeviceLink::prepare(const CycleSettings &settings)
 {
-    if (settings.communicationType != tcpCommunication)
+    if (settings.communicationType != tcpCommunication) {
+        dropSocket(); // a peer may serve one connection only, which others then need
         return;
+    }
     // A host that polls from changing threads: a socket works in one thread only.
     if (m_socket && m_socket->thread() != QThread::currentThread())
         dropSocket();

@@ -5,6 +5,7 @@
 #include <QMetaMethod>
 #include <QSignalSpy>
 #include <QTcpServer>
+#include <QTcpSocket>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -341,6 +342,10 @@ void tst_TavoClient::tcpPeer()
     cycle();
     QVERIFY(other.waitForNewConnection(0));
     QCOMPARE(m_events->takeTypes(), QVector<int>());
+    const std::unique_ptr<QTcpSocket> peer(other.nextPendingConnection());
+    configure(*m_client, "ups1", "portName=/dev/nothing\n");
+    cycle();
+    QVERIFY(peer->waitForDisconnected(5000)); // a peer that is not used any more is let go
 }
 
 QTEST_MAIN(tst_TavoClient)
