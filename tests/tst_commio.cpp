@@ -5,15 +5,14 @@
 #include "comm/portlock.h"
 #include "comm/portmanage.h"
 #include "comm/tcpconnect.h"
+#include "guardedtest.h"
 #include "modbusserver.h"
 #include "ptypair.h"
 #include "registerread.h"
-#include "warningguard.h"
 
 #include <QElapsedTimer>
 #include <QTcpServer>
 #include <QTcpSocket>
-#include <QTest>
 
 #include <functional>
 #include <list>
@@ -55,13 +54,11 @@ struct Connection
 
 } // namespace
 
-class tst_CommIo : public QObject
+class tst_CommIo : public GuardedTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { m_guard.emplace(); }
-    void cleanup() { QCOMPARE(m_guard->unexpected(), QStringList()); }
     void devices();
     void tcpReplies();
     void tcpRequests();
@@ -70,9 +67,6 @@ private slots:
     void noPeer();
     void stopEndsWaiting_data();
     void stopEndsWaiting();
-
-private:
-    std::optional<WarningGuard> m_guard; // emplace() ends the old one first
 };
 
 void tst_CommIo::devices()

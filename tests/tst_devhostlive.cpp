@@ -1,22 +1,16 @@
+#include "support/guardedtest.h"
 #include "support/hostprocess.h"
 #include "support/upssimprocess.h"
-
-#include <QtTest>
 
 namespace {
 
 constexpr int Retries = 3;
 const QString SerialDevice = QStringLiteral("name=d,port=/dev/ttyNone");
 
-QString plugin()
-{
-    return qEnvironmentVariable("PLUGIN");
-}
-
 } // namespace
 
 /** The host with the real plug-in and driver on simulated devices. */
-class tst_Devhostlive : public QObject
+class tst_Devhostlive : public GuardedTest
 {
     Q_OBJECT
 
@@ -54,7 +48,7 @@ void tst_Devhostlive::lossAndReturn()
     QVERIFY2(simulator.start(), qPrintable(simulator.message()));
     const QString peer = QStringLiteral("127.0.0.1:%1").arg(simulator.tcpPort());
     HostProcess host;
-    host.startHost(plugin(),
+    host.startHost(qEnvironmentVariable("PLUGIN"),
                    drive
                        + QStringList { "--device", deviceOption(simulator, tcp), "--retries",
                                        QString::number(Retries), "--quiet" });
@@ -94,23 +88,19 @@ void tst_Devhostlive::historyOverBothLines()
     UpsSimProcess simulator;
     QVERIFY2(simulator.start(), qPrintable(simulator.message()));
     HostProcess host;
-    host.startHost(plugin(),
+    host.startHost(qEnvironmentVariable("PLUGIN"),
                    { "--device", deviceOption(simulator, false), "--device",
                      deviceOption(simulator, true), "--quiet" });
-    QVERIFY(host.waitForEvents("serial", 2007));
-    QVERIFY(host.waitForEvents("tcp", 2007));
+    QVERIFY(host.waitForEvents("serial", 2007) && host.waitForEvents("tcp", 2007));
     QByteArray files[2];
     int next = 0;
     for (const char *name : { "serial", "tcp" }) {
         const QString file = QStringLiteral("history-%1.csv").arg(QLatin1String(name));
-        QFile::remove(file);
         host.write(QByteArray(name) + " 1045 " + file.toUtf8() + '\n');
         QVERIFY(host.waitForEvents(name, 1042));
         const QString outcome = host.events(name, 1042).first()["desc"].toString();
         QVERIFY2(outcome.endsWith("successful"), qPrintable(outcome));
-        QFile history(file);
-        QVERIFY(history.open(QIODevice::ReadOnly));
-        files[next++] = history.readAll();
+        files[next++] = fileContents(file);
     }
     QVERIFY(files[0].count('\n') > 1);
     QCOMPARE(files[0], files[1]);
@@ -124,7 +114,6 @@ void tst_Devhostlive::endsInEveryState_data()
     QTest::addColumn<QStringList>("options");
     // 192.0.2.1 is an address that nobody has; its first connection is tried after 5 s.
     const QString tcp = "name=d,tcp=192.0.2.1:502";
-    QTest::newRow("silent TCP peer, thread") << tcp << QStringList { "--duration", "6" };
     QTest::newRow("silent TCP peer, poll()") << tcp << QStringList { "--duration", "6", "--poll" };
     QTest::newRow("no such port") << SerialDevice << QStringList { "--duration", "1" };
     QTest::newRow("no driver") << SerialDevice
@@ -136,7 +125,8 @@ void tst_Devhostlive::endsInEveryState()
     QFETCH(QString, device);
     QFETCH(QStringList, options);
     HostProcess host;
-    host.startHost(plugin(), options + QStringList { "--device", device, "--require-online" });
+    host.startHost(qEnvironmentVariable("PLUGIN"),
+                   options + QStringList { "--device", device, "--require-online" });
     QElapsedTimer timer;
     timer.start();
     QCOMPARE(host.exitCodeOf(), 7);

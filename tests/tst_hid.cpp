@@ -3,13 +3,7 @@
 #include <umockdev.h> // before Qt, whose keywords it uses as names
 
 #include "comm/portmanage.h"
-#include "warningguard.h"
-
-#include <QTemporaryFile>
-#include <QTest>
-
-#include <memory>
-#include <optional>
+#include "guardedtest.h"
 
 namespace {
 
@@ -33,13 +27,11 @@ constexpr char answers[] = "@DEV /dev/hidraw0\nHIDIOCGRDESCSIZE 0 06000000\n";
 
 } // namespace
 
-class tst_Hid : public QObject
+class tst_Hid : public GuardedTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { m_guard.emplace(); }
-    void cleanup() { QCOMPARE(m_guard->unexpected(), QStringList()); }
     void comesAndGoes();
     void namesDoNotMix();
 
@@ -47,18 +39,15 @@ private:
     void plug();
     void unplug();
 
-    std::optional<WarningGuard> m_guard; // emplace() ends the old one first
     std::unique_ptr<UMockdevTestbed, decltype(&g_object_unref)> m_bed { umockdev_testbed_new(),
                                                                         g_object_unref };
 };
 
 void tst_Hid::plug()
 {
-    QTemporaryFile file;
-    QVERIFY(file.open() && file.write(answers) > 0 && file.flush());
+    QVERIFY(writeFile("answers", answers));
     QVERIFY(umockdev_testbed_add_from_string(m_bed.get(), description, nullptr));
-    QVERIFY(umockdev_testbed_load_ioctl(m_bed.get(), "/dev/hidraw0", qPrintable(file.fileName()),
-                                        nullptr));
+    QVERIFY(umockdev_testbed_load_ioctl(m_bed.get(), "/dev/hidraw0", "answers", nullptr));
 }
 
 void tst_Hid::unplug()

@@ -2,16 +2,12 @@
 
 #include "comm/portlock.h"
 #include "comm/portmanage.h"
+#include "guardedtest.h"
 #include "modbusserver.h"
 #include "ptypair.h"
 #include "registerread.h"
-#include "warningguard.h"
 
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QThread>
 
 #include <thread>
@@ -23,13 +19,6 @@ namespace {
 
 constexpr int threadCount = 4;
 const QString iniName = QStringLiteral("serial.ini");
-
-void writeIni(const QByteArray &text)
-{
-    QFile file(iniName);
-    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    QCOMPARE(file.write(text), text.size());
-}
 
 template <typename Function> void inThreads(Function function)
 {
@@ -48,14 +37,11 @@ bool exchange(SerialPort &port, int address)
 
 } // namespace
 
-class tst_PortManage : public QObject
+class tst_PortManage : public GuardedTest
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
-    void cleanup() { QCOMPARE(m_guard->unexpected(), QStringList()); }
     void oneInstanceInTheMainThread();
     void settingsFile();
     void openAndClosed();
@@ -63,22 +49,7 @@ private slots:
     void replugged();
     void threadsShareALine();
     void everythingAtOnce();
-
-private:
-    QTemporaryDir m_folder;
-    std::optional<WarningGuard> m_guard; // emplace() ends the old one first
 };
-
-void tst_PortManage::initTestCase()
-{
-    QVERIFY(QDir::setCurrent(m_folder.path()));
-}
-
-void tst_PortManage::init()
-{
-    m_guard.emplace();
-    QFile::remove(iniName);
-}
 
 void tst_PortManage::oneInstanceInTheMainThread()
 {
@@ -131,7 +102,8 @@ void tst_PortManage::settingsFile()
         if (row.ini == "folder")
             QVERIFY(QFile::remove(iniName) && QDir().mkdir(iniName));
         else
-            writeIni(QByteArray(row.ini).replace("NAME", name).replace("NUMBER", number));
+            QVERIFY(writeFile(iniName,
+                              QByteArray(row.ini).replace("NAME", name).replace("NUMBER", number)));
         const QByteArray warning = QByteArray(row.warning).replace("NAME", name);
         m_guard->expect(QLatin1String("^serial.ini: ") + QString::fromUtf8(warning));
         PortManage manager;
@@ -143,7 +115,6 @@ void tst_PortManage::settingsFile()
                  warning.isEmpty() ? 0 : 1); // told once
         QCOMPARE(m_guard->unexpected(), QStringList());
     }
-    QVERIFY(QDir().rmdir(iniName));
 }
 
 void tst_PortManage::openAndClosed()
@@ -151,7 +122,7 @@ void tst_PortManage::openAndClosed()
     PtyPair line;
     PortManage manager;
     SerialPort *port = manager.getPortHandle(line.name());
-    writeIni("[" + line.name().toUtf8() + "]\nparam=2400,n,8,1\n");
+    QVERIFY(writeFile(iniName, "[" + line.name().toUtf8() + "]\nparam=2400,n,8,1\n"));
     port->inUse = true;
     manager.timerProc();
     QVERIFY(port->isOpen() && !port->inUse);
@@ -195,7 +166,7 @@ void tst_PortManage::busyPortIsClosedLater()
 
 void tst_PortManage::replugged()
 {
-    PtyPair line(m_folder.filePath(QStringLiteral("ttyUSB7")));
+    PtyPair line(path("ttyUSB7"));
     PortManage manager;
     SerialPort *port = manager.getPortHandle(line.name());
     line.unplug();

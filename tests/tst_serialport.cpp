@@ -1,14 +1,11 @@
 // The serial port on a pseudo-terminal, whose driver tells what it was asked for.
 
 #include "comm/serialport.h"
+#include "guardedtest.h"
 #include "ptypair.h"
-#include "warningguard.h"
 
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
-#include <QTemporaryDir>
-#include <QTest>
+#include <QFileInfo>
 
 #include <dlfcn.h>
 
@@ -28,22 +25,13 @@ constexpr tcflag_t frameFlags = CSIZE | PARENB | PARODD | CSTOPB;
 constexpr int noticeable = 150; // ms; much less than any timeout used here
 const QString plain = QStringLiteral("9600,n,8,1");
 
-QByteArray contents(const QString &name)
-{
-    QFile file(name);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 } // namespace
 
-class tst_SerialPort : public QObject
+class tst_SerialPort : public GuardedTest
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QVERIFY(QDir::setCurrent(m_folder.path())); }
-    void init() { m_guard.emplace(); }
-    void cleanup() { QCOMPARE(m_guard->unexpected(), QStringList()); }
     void settings();
     void refusedSettings();
     void setters();
@@ -54,10 +42,6 @@ private slots:
     void rotation();
     void unplugAndReplug();
     void unLockOfAFreePortLocksIt();
-
-private:
-    QTemporaryDir m_folder;
-    std::optional<WarningGuard> m_guard; // emplace() ends the old one first
 };
 
 void tst_SerialPort::settings()
@@ -155,7 +139,7 @@ void tst_SerialPort::setters()
 
 void tst_SerialPort::onlyTerminalsAreOpened()
 {
-    QVERIFY(QFile(QStringLiteral("letter")).open(QIODevice::WriteOnly));
+    QVERIFY(writeFile("letter", {}));
     for (const char *name : { "letter", ".", "absent", "" }) {
         SerialPort port;
         QVERIFY(!port.CommOpen(QString::fromLatin1(name), plain, 100) && !port.isOpen());
@@ -203,7 +187,7 @@ void tst_SerialPort::timeouts()
 
 void tst_SerialPort::trafficLog()
 {
-    PtyPair line(m_folder.filePath(QStringLiteral("ttyLOG")));
+    PtyPair line(path("ttyLOG"));
     SerialPort port;
     QVERIFY(port.CommOpen(line.name(), plain, 1000));
     QCOMPARE(port.writeData("\x01\xff", 2), 2);
@@ -212,7 +196,7 @@ void tst_SerialPort::trafficLog()
     const QRegularExpression lines(
         QStringLiteral("^(\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3}) send: 01 ff \n"
                        "\\S+ \\S+ recv: 00 7f \n$"));
-    const QByteArray log = contents(QStringLiteral("log_ttyLOG.log"));
+    const QByteArray log = fileContents(QStringLiteral("log_ttyLOG.log"));
     const auto match = lines.match(QString::fromUtf8(log));
     QVERIFY2(match.hasMatch(), log.constData());
     const auto format = QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz");
@@ -227,7 +211,7 @@ void tst_SerialPort::trafficLog()
 
 void tst_SerialPort::rotation()
 {
-    PtyPair line(m_folder.filePath(QStringLiteral("ttyROT")));
+    PtyPair line(path("ttyROT"));
     SerialPort port;
     QVERIFY(port.CommOpen(line.name(), plain, 1000));
     const QString log = QStringLiteral("log_ttyROT.log");
@@ -240,14 +224,14 @@ void tst_SerialPort::rotation()
         QVERIFY(port.writeData(last, 1) == 1);
         QVERIFY(!QFile::exists(log));
         // The first one stays.
-        QVERIFY(contents(log + QStringLiteral(".bak.log")).endsWith("send: 64 \n"));
+        QVERIFY(fileContents(log + QStringLiteral(".bak.log")).endsWith("send: 64 \n"));
     }
     QCOMPARE(m_guard->messages().constLast(), QStringLiteral("\"Destination file exists\""));
 }
 
 void tst_SerialPort::unplugAndReplug()
 {
-    PtyPair line(m_folder.filePath(QStringLiteral("ttyUSB0")));
+    PtyPair line(path("ttyUSB0"));
     SerialPort port;
     QVERIFY(port.CommOpen(line.name(), plain, 2000));
     line.unplug();

@@ -4,36 +4,20 @@
 #include "service/servicecontroller.h"
 #include "service/servicepaths.h"
 #include "support/exampleprogram.h"
-#include "support/warningguard.h"
+#include "support/guardedtest.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QLocalSocket>
-#include <QTemporaryDir>
-#include <QtTest>
 
-#include <memory>
-#include <optional>
-
-namespace {
-
-const QString serviceName = QStringLiteral("TesselServer");
-
-} // namespace
-
-class tst_Service : public QObject
+class tst_Service : public GuardedTest
 {
     Q_OBJECT
 
 private slots:
     void init();
-    void cleanup() { QCOMPARE(m_guard->unexpected().join(QLatin1Char('\n')), QString()); }
 
-    void commandLines_data();
     void commandLines();
     void worksWithoutManager();
-    void signalsStopIt_data();
-    void signalsStopIt();
     void hungCallback();
     void oneInstance();
     void crashLeavesNothing();
@@ -47,49 +31,44 @@ private slots:
     void programThatNoUnitTakes();
 
 private:
-    std::optional<WarningGuard> m_guard;
-    std::unique_ptr<QTemporaryDir> m_folder; // XDG_RUNTIME_DIR and XDG_CONFIG_HOME
     std::unique_ptr<ServiceController> m_controller;
 };
 
 void tst_Service::init()
 {
-    m_guard.emplace();
-    m_folder = std::make_unique<QTemporaryDir>();
+    GuardedTest::init();
     for (const char *variable : { "XDG_RUNTIME_DIR", "XDG_CONFIG_HOME" })
-        qputenv(variable, QFile::encodeName(m_folder->path()));
+        qputenv(variable, QFile::encodeName(path({})));
     for (const char *variable : { "DBUS_SESSION_BUS_ADDRESS", "NOTIFY_SOCKET" })
         qunsetenv(variable);
     m_controller = std::make_unique<ServiceController>(serviceName);
     m_controller->setScope(ServiceScope::User);
 }
 
-void tst_Service::commandLines_data()
-{
-    QTest::addColumn<QString>("switches");
-    QTest::addColumn<int>("exitCode");
-    QTest::addColumn<QString>("output");
-    QTest::newRow("version") << "-version" << 0 << "TesselServer 1.0";
-    QTest::newRow("help") << "-help" << 0 << "-uninstall";
-    QTest::newRow("unknown switch") << "-bogus" << 2 << "unknown switch \"-bogus\"";
-    QTest::newRow("two switches") << "-pause -resume" << 2 << "too many";
-    QTest::newRow("command without number") << "-command" << 2 << "needs a number";
-    QTest::newRow("command with a word") << "-command x" << 2 << "needs a number";
-    QTest::newRow("start without a manager") << "" << 1 << "not supported";
-    QTest::newRow("terminate without a service") << "-terminate" << 1 << "not supported";
-    QTest::newRow("install without a manager") << "-install" << 0 << "not supported";
-    QTest::newRow("account of a user's service") << "-install root" << 1 << "cannot have";
-    QTest::newRow("remove what is not there") << "-uninstall" << 1 << "not installed";
-}
-
 void tst_Service::commandLines()
 {
-    QFETCH(QString, switches);
-    QFETCH(int, exitCode);
-    QFETCH(QString, output);
-    ExampleProgram program(words(qPrintable(switches)));
-    QCOMPARE(program.exitCode(), exitCode);
-    QVERIFY2(program.output().contains(output), qPrintable(program.output()));
+    const struct
+    {
+        const char *switches;
+        int exitCode;
+        const char *output;
+    } rows[] = { { "-version", 0, "TesselServer 1.0" },
+                 { "-help", 0, "-uninstall" },
+                 { "-bogus", 2, "unknown switch \"-bogus\"" },
+                 { "-pause -resume", 2, "too many" },
+                 { "-command", 2, "needs a number" },
+                 { "-command x", 2, "needs a number" },
+                 { "", 1, "not supported" }, // starts it
+                 { "-terminate", 1, "not supported" },
+                 { "-install", 0, "not supported" },
+                 { "-install root", 1, "cannot have" }, // a user's service
+                 { "-uninstall", 0, "" },
+                 { "-uninstall", 1, "not installed" } };
+    for (const auto &row : rows) {
+        ExampleProgram program(words(row.switches));
+        QCOMPARE(program.exitCode(), row.exitCode);
+        QVERIFY2(program.output().contains(row.output), qPrintable(program.output()));
+    }
 }
 
 void tst_Service::worksWithoutManager()
@@ -109,23 +88,13 @@ void tst_Service::worksWithoutManager()
     QCOMPARE(service.exitCode(), 0);
     QVERIFY(!m_controller->stop());
     QCOMPARE(m_controller->error(), ServiceError::NotSupported);
-}
-
-void tst_Service::signalsStopIt_data()
-{
-    QTest::addColumn<int>("number");
-    QTest::newRow("SIGTERM") << SIGTERM;
-    QTest::newRow("SIGINT") << SIGINT;
-}
-
-void tst_Service::signalsStopIt()
-{
-    QFETCH(int, number);
-    ExampleProgram service(words("-exec"));
-    QVERIFY(service.prints("start"));
-    service.signal(number);
-    QVERIFY(service.prints("stop"));
-    QCOMPARE(service.exitCode(), 0);
+    for (const int number : { SIGTERM, SIGINT }) {
+        ExampleProgram again(words("-exec"));
+        QVERIFY(again.prints("start"));
+        again.signal(number);
+        QVERIFY(again.prints("stop"));
+        QCOMPARE(again.exitCode(), 0);
+    }
 }
 
 void tst_Service::hungCallback()
@@ -169,7 +138,7 @@ void tst_Service::crashLeavesNothing()
 
 void tst_Service::liveSocketIsLeftAlone()
 {
-    QVERIFY(QDir(m_folder->path()).mkdir(serviceName));
+    QVERIFY(QDir().mkdir(serviceName));
     ControlServer other([](const ControlRequest &) { return ControlReply {}; });
     QCOMPARE(other.listen(controlSocket(ServiceScope::User, serviceName)),
              ControlServer::Outcome::Listening);
@@ -182,8 +151,7 @@ void tst_Service::liveSocketIsLeftAlone()
 
 void tst_Service::unusableFolder()
 {
-    QFile file(m_folder->filePath(serviceName));
-    QVERIFY(file.open(QIODevice::WriteOnly));
+    QVERIFY(writeFile(serviceName, {}));
     ExampleProgram service(words("-exec"));
     QVERIFY(service.prints("cannot listen"));
     QCOMPARE(service.exitCode(), 5);
@@ -194,7 +162,7 @@ void tst_Service::journalPriority()
     constexpr char script[] =
         "JOURNAL_STREAM=$(stat -L -c %d:%i /proc/self/fd/2) exec \"$0\" -user -exec -- fail";
     QProcess shell;
-    shell.start(QStringLiteral("/bin/sh"),
+    shell.start("/bin/sh",
                 words("-c")
                     + QStringList { QLatin1String(script), QStringLiteral(EXAMPLE_SERVICE) });
     QVERIFY(shell.waitForFinished());
@@ -206,16 +174,18 @@ void tst_Service::journalPriority()
 void tst_Service::hostilePeers_data()
 {
     QTest::addColumn<QByteArray>("bytes");
-    QTest::newRow("empty line") << QByteArray("\n");
-    QTest::newRow("unknown word") << QByteArray("reboot\n");
-    QTest::newRow("operand that does not belong") << QByteArray("pause 1\n");
-    QTest::newRow("missing operand") << QByteArray("command\n");
-    QTest::newRow("empty operand") << QByteArray("command \n");
-    QTest::newRow("number out of range") << QByteArray("command 99999999999\n");
-    QTest::newRow("two numbers") << QByteArray("command 1 2\n");
-    QTest::newRow("zero byte") << QByteArray("pause\0x\n", 8);
-    QTest::newRow("line that is too long") << QByteArray(1'000'000, 'x');
-    QTest::newRow("line just too long") << QByteArray("command ") + QByteArray(300, '0') + "1\n";
+    const auto row = [](const char *name, const QByteArray &bytes) {
+        QTest::newRow(name) << bytes;
+    };
+    row("empty line", "\n");
+    row("unknown word", "reboot\n");
+    row("operand that does not belong", "pause 1\n");
+    row("missing operand", "command\n");
+    row("empty operand", "command \n");
+    row("number out of range", "command 99999999999\n");
+    row("zero byte", QByteArray("pause\0x\n", 8));
+    row("line that is too long", QByteArray(1'000'000, 'x'));
+    row("line just too long", "command " + QByteArray(300, '0') + "1\n");
 }
 
 void tst_Service::hostilePeers()
@@ -224,19 +194,18 @@ void tst_Service::hostilePeers()
     int calls = 0;
     ControlServer server([&calls](const ControlRequest &) {
         ++calls;
-        return ControlReply { true,
-                              QStringLiteral("two\nlines ") + QString(500, QLatin1Char('y')) };
+        return ControlReply { true, QStringLiteral("two\nlines ") + QString(500, 'y') };
     });
-    const QString path = m_folder->filePath(QStringLiteral("s"));
-    QCOMPARE(server.listen(path), ControlServer::Outcome::Listening);
+    const QString socket = path("s");
+    QCOMPARE(server.listen(socket), ControlServer::Outcome::Listening);
     QLocalSocket peer;
-    peer.connectToServer(path);
+    peer.connectToServer(socket);
     peer.write(bytes);
     QTRY_COMPARE(peer.state(), QLocalSocket::UnconnectedState);
     QCOMPARE(calls, 0);
 
     QLocalSocket honest;
-    honest.connectToServer(path);
+    honest.connectToServer(socket);
     honest.write("pau");
     honest.flush();
     honest.write("se\ncommand -5\n");
@@ -252,15 +221,15 @@ void tst_Service::silentPeers()
             return ControlReply { true, {} };
         },
         std::chrono::milliseconds(200));
-    const QString path = m_folder->filePath(QStringLiteral("s"));
-    QCOMPARE(server.listen(path), ControlServer::Outcome::Listening);
+    const QString socket = path("s");
+    QCOMPARE(server.listen(socket), ControlServer::Outcome::Listening);
     QLocalSocket silent[40];
     for (QLocalSocket &peer : silent)
-        peer.connectToServer(path);
+        peer.connectToServer(socket);
     for (QLocalSocket &peer : silent)
         QTRY_COMPARE(peer.state(), QLocalSocket::UnconnectedState);
     QLocalSocket honest;
-    honest.connectToServer(path);
+    honest.connectToServer(socket);
     honest.write("state\n");
     QTRY_COMPARE(honest.bytesAvailable(), 3);
 }
@@ -269,14 +238,11 @@ void tst_Service::othersUnitFileIsLeftAlone()
 {
     const QString folder = unitDirectory(ServiceScope::User);
     QVERIFY(QDir().mkpath(folder));
-    QFile file(folder + QLatin1Char('/') + unitName(serviceName));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("[Service]\n");
-    file.close();
+    const QString file = folder + '/' + unitName(serviceName);
+    QVERIFY(writeFile(file, "[Service]\n"));
     QCOMPARE(ExampleProgram(words("-install")).exitCode(), 1);
     QCOMPARE(ExampleProgram(words("-uninstall")).exitCode(), 1);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(file.readAll(), QByteArray("[Service]\n"));
+    QCOMPARE(fileContents(file), QByteArray("[Service]\n"));
 }
 
 void tst_Service::programThatNoUnitTakes()

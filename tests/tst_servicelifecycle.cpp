@@ -3,32 +3,20 @@
 
 #include "service/servicecontroller.h"
 #include "support/exampleprogram.h"
-#include "support/warningguard.h"
+#include "support/guardedtest.h"
 
-#include <QFile>
 #include <QSignalSpy>
-#include <QtTest>
 
-#include <optional>
-
-namespace {
-
-const QString serviceName = QStringLiteral("TesselServer");
-
-} // namespace
-
-class tst_ServiceLifecycle : public QObject
+class tst_ServiceLifecycle : public GuardedTest
 {
     Q_OBJECT
 
 private slots:
     void initTestCase();
-    void init() { m_guard.emplace(); }
     void cleanup();
 
     void operations_data();
     void operations();
-    void badStart_data();
     void badStart();
     void ignoredSigterm();
     void deletedWithRequests();
@@ -38,8 +26,6 @@ private:
     bool install(const QStringList &arguments);
     QStringList logged() const;
 
-    std::optional<WarningGuard> m_guard;
-    QTemporaryDir m_folder;
     ServiceController m_controller { serviceName };
 };
 
@@ -54,21 +40,19 @@ void tst_ServiceLifecycle::cleanup()
 {
     if (m_controller.isInstalled())
         QCOMPARE(ExampleProgram(words("-uninstall")).exitCode(), 0);
-    QCOMPARE(m_guard->unexpected().join(QLatin1Char('\n')), QString());
-    QFile::remove(m_folder.filePath(QStringLiteral("log")));
+    GuardedTest::cleanup();
 }
 
 bool tst_ServiceLifecycle::install(const QStringList &arguments)
 {
-    const QString log = QStringLiteral("log=") + m_folder.filePath(QStringLiteral("log"));
-    return ExampleProgram(words("-install --") + QStringList(log) + arguments).exitCode() == 0;
+    return ExampleProgram(words("-install --") + QStringList("log=" + path("log")) + arguments)
+               .exitCode()
+        == 0;
 }
 
 QStringList tst_ServiceLifecycle::logged() const
 {
-    QFile file(m_folder.filePath(QStringLiteral("log")));
-    file.open(QIODevice::ReadOnly);
-    return QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    return QString::fromUtf8(fileContents("log")).split('\n', Qt::SkipEmptyParts);
 }
 
 void tst_ServiceLifecycle::operations_data()
@@ -109,7 +93,7 @@ void tst_ServiceLifecycle::operations()
     QVERIFY(!m_controller.isInstalled());
     QVERIFY(!m_controller.start());
     QCOMPARE(m_controller.error(), ServiceError::UnitMissing);
-    QVERIFY(install({ QStringLiteral("a  b"), QStringLiteral("100%n") }));
+    QVERIFY(install({ "a  b", "100%n" }));
     QVERIFY(m_controller.isInstalled());
     for (const Step &step : steps) {
         ExampleProgram program(bySwitches ? words(step.switches) : words("-version"));
@@ -119,44 +103,36 @@ void tst_ServiceLifecycle::operations()
                  QString::fromLatin1(step.text));
     }
     const QStringList log = logged();
-    QVERIFY2(log.value(0).endsWith(QLatin1String("|a  b|100%n")), qPrintable(log.value(0)));
-    QCOMPARE(log.mid(1).join(QLatin1Char(' ')),
-             QStringLiteral("pause resume command 7 command -1 stop"));
+    QVERIFY2(log.value(0).endsWith("|a  b|100%n"), qPrintable(log.value(0)));
+    QCOMPARE(log.mid(1).join(' '), "pause resume command 7 command -1 stop");
     QCOMPARE(ExampleProgram(words("-uninstall")).exitCode(), 0);
     QCOMPARE(ExampleProgram(words("-uninstall")).exitCode(), 1);
-    QVERIFY(!m_controller.start({ QStringLiteral("argument") }));
+    QVERIFY(!m_controller.start({ "argument" }));
     QCOMPARE(m_controller.error(), ServiceError::NotSupported);
-}
-
-void tst_ServiceLifecycle::badStart_data()
-{
-    QTest::addColumn<QString>("misbehave");
-    QTest::newRow("the start fails") << "fail";
-    QTest::newRow("it crashes after the start") << "crash";
 }
 
 void tst_ServiceLifecycle::badStart()
 {
-    QFETCH(QString, misbehave);
-    QVERIFY(install({ misbehave }));
-    QVERIFY(!m_controller.start());
-    QCOMPARE(m_controller.error(), ServiceError::Failed);
-    QVERIFY(m_controller.errorString().contains(QLatin1String("it ended")));
-
+    for (const char *misbehave : { "fail", "crash" }) { // at once, after the start
+        QVERIFY(install({ misbehave }));
+        QVERIFY(!m_controller.start());
+        QCOMPARE(m_controller.error(), ServiceError::Failed);
+        QVERIFY(m_controller.errorString().contains("it ended"));
+    }
     QVERIFY(install({}));
     QVERIFY2(m_controller.start(), qPrintable(m_controller.errorString()));
 }
 
 void tst_ServiceLifecycle::ignoredSigterm()
 {
-    QVERIFY(install({ QStringLiteral("deaf") }));
+    QVERIFY(install({ "deaf" }));
     QVERIFY(m_controller.start());
     m_controller.setTimeLimit(std::chrono::milliseconds(300));
     QVERIFY(!m_controller.stop());
     QCOMPARE(m_controller.error(), ServiceError::TimedOut);
     m_controller.setTimeLimit(std::chrono::seconds(30));
     QVERIFY(m_controller.stop());
-    QVERIFY(m_controller.lastResult().text.contains(QLatin1String("killed")));
+    QVERIFY(m_controller.lastResult().text.contains("killed"));
     QVERIFY(!m_controller.isRunning());
     // What the killed process left behind is in nobody's way.
     QVERIFY2(m_controller.start(), qPrintable(m_controller.errorString()));
@@ -165,7 +141,7 @@ void tst_ServiceLifecycle::ignoredSigterm()
 
 void tst_ServiceLifecycle::deletedWithRequests()
 {
-    QVERIFY(install({ QStringLiteral("slow") }));
+    QVERIFY(install({ "slow" }));
     auto controller = std::make_unique<ServiceController>(serviceName);
     controller->setScope(ServiceScope::User);
     controller->requestStart();
@@ -184,16 +160,14 @@ void tst_ServiceLifecycle::deletedWithRequests()
 
 void tst_ServiceLifecycle::busGoesAway()
 {
-    QVERIFY(install({ QStringLiteral("deaf") }));
+    QVERIFY(install({ "deaf" }));
     QVERIFY(m_controller.start());
     ServiceController controller(serviceName);
     controller.setScope(ServiceScope::User);
     QSignalSpy finished(&controller, &ServiceController::finished);
     controller.requestStop();
     QTRY_COMPARE(m_controller.state(), ServiceState::Stopping);
-    QCOMPARE(QProcess::execute(QStringLiteral("systemctl"),
-                               words("--user kill --signal=KILL dbus.service")),
-             0);
+    QCOMPARE(QProcess::execute("systemctl", words("--user kill --signal=KILL dbus.service")), 0);
     QTRY_COMPARE(finished.size(), 1);
     QVERIFY2(controller.error() == ServiceError::Lost, qPrintable(controller.lastResult().text));
 }

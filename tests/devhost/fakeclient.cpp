@@ -19,13 +19,13 @@ public:
     FakeView()
         : m_button(new QPushButton)
     {
-        m_button->setObjectName(QStringLiteral("battery_test"));
+        m_button->setObjectName("battery_test");
         connect(m_button, &QPushButton::clicked, this, [this] { control(1003, QString()); });
         auto *empty = new QWidget;
-        empty->setObjectName(QStringLiteral("SecondTable"));
+        empty->setObjectName("SecondTable");
         auto *tabs = new QTabWidget;
-        tabs->addTab(m_button, QStringLiteral("1"));
-        tabs->addTab(empty, QStringLiteral("2"));
+        tabs->addTab(m_button, "1");
+        tabs->addTab(empty, "2");
         auto *column = new QVBoxLayout(this);
         column->addWidget(tabs);
     }
@@ -37,7 +37,7 @@ public:
                               .arg(d.first().toString())
                               .arg(userLevel)
                               .arg(language)
-                              .arg(deviceInformation.value(QStringLiteral("key")).toString()));
+                              .arg(deviceInformation.value("key").toString()));
     }
 
 private:
@@ -55,29 +55,28 @@ tavoClient::~tavoClient()
 
 QMap<QString, QVariant> tavoClient::common() const
 {
-    return { { QStringLiteral("name"), deviceName },
-             { QStringLiteral("timeStr"), QStringLiteral("2026-01-02 03:04:05") } };
+    return { { "name", deviceName }, { "timeStr", "2026-01-02 03:04:05" } };
 }
 
 int tavoClient::control(int id, QString value)
 {
     QMap<QString, QVariant> map = common();
-    const QStringList parts = value.split(QRegExp(QStringLiteral("[,=]")));
+    const QStringList parts = value.split(QRegExp("[,=]"));
     int type = value.toInt();
     if (id == 2) {
         type = 2006;
         const int flag = parts.value(0).toInt();
-        map[QStringLiteral("alarmState")] = parts.value(1).toInt();
-        map[QStringLiteral("alarmId")] = parts.value(1).toInt() == 1 ? flag : EventCount + flag;
+        map["alarmState"] = parts.value(1).toInt();
+        map["alarmId"] = parts.value(1).toInt() == 1 ? flag : EventCount + flag;
     } else if (id == 3) {
         type = 2007;
         const QMap<int, QVariant> data { { parts.value(0).toInt(), parts.value(1).toFloat() } };
-        flushUpsInfo(QStringLiteral("key"), QStringLiteral("information"));
-        map[QStringLiteral("data")] = QVariant::fromValue(data);
+        flushUpsInfo("key", "information");
+        map["data"] = QVariant::fromValue(data);
     } else if (id != 1) {
         type = 1042;
-        map[QStringLiteral("controlId")] = id + 1;
-        map[QStringLiteral("desc")] = QStringLiteral("%1 %2").arg(id).arg(value);
+        map["controlId"] = id + 1;
+        map["desc"] = QStringLiteral("%1 %2").arg(id).arg(value);
     }
     emit postDEvent(type, map);
     return 1;
@@ -85,21 +84,19 @@ int tavoClient::control(int id, QString value)
 
 QStringList tavoClient::getDataLogDesc()
 {
-    return { QStringLiteral("Voltage"), QStringLiteral("Three, \"phases\"") };
+    return { "Voltage", "Three, \"phases\"" };
 }
 
 QStringList tavoClient::changeLogData(QMap<int, QVariant> data)
 {
-    return { data.value(4105).toString(), QStringLiteral("1,2,3") };
+    return { data.value(4105).toString(), "1,2,3" };
 }
 
 QStringList tavoClient::getEventLogDesc()
 {
     QStringList texts;
     for (int i = 0; i < 2 * EventCount; ++i)
-        texts << QStringLiteral("%1 %2")
-                     .arg(i % EventCount)
-                     .arg(i < EventCount ? QStringLiteral("here") : QStringLiteral("gone"));
+        texts << QStringLiteral("%1 %2").arg(i % EventCount).arg(i < EventCount ? "here" : "gone");
     return texts;
 }
 
@@ -116,14 +113,13 @@ CollectView *tavoClient::getView()
 void tavoClient::loadConfig()
 {
     // What the host wrote, so that a test sees it in the events.
-    QSettings ini(QCoreApplication::applicationDirPath()
-                      + QStringLiteral("/KOVA/TesselView/db/dev.ini"),
+    QSettings ini(QCoreApplication::applicationDirPath() + "/KOVA/TesselView/db/dev.ini",
                   QSettings::IniFormat);
     QStringList texts;
     for (const char *key : { "portName", "addr", "retries", "interval", "commType", "ipAddr",
                              "port", "eventChooseList/192", "eventChooseList/193" })
-        texts << ini.value(deviceName + QLatin1Char('/') + QLatin1String(key)).toString();
-    deviceText = texts.join(QLatin1Char('|'));
+        texts << ini.value(deviceName + '/' + key).toString();
+    deviceText = texts.join('|');
 }
 
 CollectThread *tavoClient::create(void *)
@@ -137,8 +133,8 @@ void tavoClient::poll()
         return;
     m_polled = true;
     QMap<QString, QVariant> map = common();
-    map[QStringLiteral("state")] = 0;
-    map[QStringLiteral("desc")] = deviceText;
+    map["state"] = 0;
+    map["desc"] = deviceText;
     emit postDEvent(1040, map);
     emit postDEvent(2001, map);
 }

@@ -10,6 +10,9 @@ inline QStringList words(const char *line)
     return QString::fromLatin1(line).split(QLatin1Char(' '), Qt::SkipEmptyParts);
 }
 
+/** The service that all tests control. */
+const QString serviceName = QStringLiteral("TesselServer");
+
 /** One run of the example service, for the user's manager; killed at the end if need be. */
 class ExampleProgram
 {

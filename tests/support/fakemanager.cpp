@@ -39,7 +39,7 @@ struct Unit
 {
     QString name;
     MannerRow manner;
-    QString active = QStringLiteral("inactive");
+    QString active = "inactive";
     uint mainPid = 1;
 };
 
@@ -47,17 +47,16 @@ class Manager : public QDBusVirtualObject
 {
 public:
     explicit Manager(const QString &busAddress)
-        : m_bus(QDBusConnection::connectToBus(busAddress, QStringLiteral("fake manager")))
+        : m_bus(QDBusConnection::connectToBus(busAddress, "fake manager"))
     {
     }
 
-    ~Manager() override { QDBusConnection::disconnectFromBus(QStringLiteral("fake manager")); }
+    ~Manager() override { QDBusConnection::disconnectFromBus("fake manager"); }
 
     bool enter()
     {
-        return m_bus.registerVirtualObject(QLatin1String(managerPath), this,
-                                           QDBusConnection::SubPath)
-            && m_bus.registerService(QLatin1String(managerName));
+        return m_bus.registerVirtualObject(managerPath, this, QDBusConnection::SubPath)
+            && m_bus.registerService(managerName);
     }
 
     QString introspect(const QString &) const override { return {}; }
@@ -65,22 +64,22 @@ public:
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &) override
     {
         const QString member = message.member();
-        if (member == QLatin1String("Subscribe") || member == QLatin1String("Reload"))
+        if (member == "Subscribe" || member == "Reload")
             return m_bus.send(message.createReply());
-        if (member == QLatin1String("GetAll"))
+        if (member == "GetAll")
             return m_bus.send(message.createReply(properties(message.path())));
         const QString path = pathOf(message.arguments().value(0).toString());
-        if (member == QLatin1String("LoadUnit"))
+        if (member == "LoadUnit")
             return m_bus.send(message.createReply(QVariant::fromValue(QDBusObjectPath(path))));
-        return takeRequest(message, m_units.at(path), member == QLatin1String("StartUnit"));
+        return takeRequest(message, m_units.at(path), member == "StartUnit");
     }
 
 private:
     // Of a unit, which is made if need be.
     QString pathOf(const QString &unitName)
     {
-        const QString name = unitName.section(QLatin1Char('.'), 0, 0);
-        const QString path = QLatin1String(managerPath) + QStringLiteral("/unit/") + name;
+        const QString name = unitName.section('.', 0, 0);
+        const QString path = QString(managerPath) + "/unit/" + name;
         const auto row = std::find_if(
             std::begin(manners), std::end(manners) - 1,
             [&name](const MannerRow &manner) { return name == QLatin1String(manner.name); });
@@ -91,38 +90,37 @@ private:
     QVariant properties(const QString &path)
     {
         Unit &unit = m_units.at(path);
-        if (unit.name == QLatin1String("CrashLoop"))
+        if (unit.name == "CrashLoop")
             ++unit.mainPid;
         return QVariantMap {
-            { QStringLiteral("LoadState"), QLatin1String(unit.manner.load) },
-            { QStringLiteral("ActiveState"), unit.active },
-            { QStringLiteral("Result"), QLatin1String(unit.manner.result) },
-            { QStringLiteral("ConditionResult"), unit.manner.conditionMet },
-            { QStringLiteral("MainPID"), unit.mainPid },
+            { "LoadState", QLatin1String(unit.manner.load) },
+            { "ActiveState", unit.active },
+            { "Result", QLatin1String(unit.manner.result) },
+            { "ConditionResult", unit.manner.conditionMet },
+            { "MainPID", unit.mainPid },
         };
     }
 
     bool takeRequest(const QDBusMessage &message, Unit &unit, bool starts)
     {
-        if (unit.name == QLatin1String("NeverAnswers"))
+        if (unit.name == "NeverAnswers")
             return true;
-        if (unit.name == QLatin1String("Denied") && !message.isInteractiveAuthorizationAllowed())
+        if (unit.name == "Denied" && !message.isInteractiveAuthorizationAllowed())
             return m_bus.send(message.createErrorReply(
-                QStringLiteral("org.freedesktop.DBus.Error.InteractiveAuthorizationRequired"),
-                QStringLiteral("Interactive authentication required.")));
-        const QString job =
-            QStringLiteral("%1/job/%2").arg(QLatin1String(managerPath)).arg(++m_lastJob);
+                "org.freedesktop.DBus.Error.InteractiveAuthorizationRequired",
+                "Interactive authentication required."));
+        const QString job = QStringLiteral("%1/job/%2").arg(managerPath).arg(++m_lastJob);
         const QDBusMessage reply = message.createReply(QVariant::fromValue(QDBusObjectPath(job)));
         unit.active = QLatin1String(starts ? unit.manner.afterStart : unit.manner.afterStop);
-        const bool early = unit.name == QLatin1String("EarlyRemoval");
+        const bool early = unit.name == "EarlyRemoval";
         if (early)
             removeJob(job, unit.manner.job);
         const bool sent = m_bus.send(reply);
-        if (unit.name == QLatin1String("ManagerLeaves"))
-            return m_bus.unregisterService(QLatin1String(managerName));
-        if (unit.name == QLatin1String("OtherJobs"))
-            removeJob(QStringLiteral("/other/job"), "failed");
-        if (!early && unit.name != QLatin1String("NeverDone"))
+        if (unit.name == "ManagerLeaves")
+            return m_bus.unregisterService(managerName);
+        if (unit.name == "OtherJobs")
+            removeJob("/other/job", "failed");
+        if (!early && unit.name != "NeverDone")
             removeJob(job, unit.manner.job);
         return sent;
     }
@@ -130,8 +128,7 @@ private:
     void removeJob(const QString &job, const char *result)
     {
         QDBusMessage signal = QDBusMessage::createSignal(
-            QLatin1String(managerPath), QStringLiteral("org.freedesktop.systemd1.Manager"),
-            QStringLiteral("JobRemoved"));
+            managerPath, "org.freedesktop.systemd1.Manager", "JobRemoved");
         signal.setArguments({ uint(1), QVariant::fromValue(QDBusObjectPath(job)), QString(),
                               QLatin1String(result) });
         m_bus.send(signal);

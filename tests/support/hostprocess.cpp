@@ -9,9 +9,9 @@ constexpr int PatienceMs = 60000;
 
 void HostProcess::startHost(const QString &plugin, const QStringList &arguments)
 {
-    QStringList all { QStringLiteral("--headless"), QStringLiteral("--json") };
+    QStringList all { "--headless", "--json" };
     if (!plugin.isEmpty())
-        all << QStringLiteral("--plugin") << plugin;
+        all << "--plugin" << plugin;
     start(qEnvironmentVariable("DEVHOST"), all + arguments);
 }
 
@@ -52,9 +52,9 @@ QList<QJsonObject> HostProcess::objects(const QString &key, const QJsonValue &va
 
 QList<QJsonObject> HostProcess::events(const QString &device, int type)
 {
-    QList<QJsonObject> found = objects(QStringLiteral("type"), type);
+    QList<QJsonObject> found = objects("type", type);
     const auto other = [&device](const QJsonObject &object) {
-        return object.value(QStringLiteral("name")) != device;
+        return object.value("name") != device;
     };
     found.erase(std::remove_if(found.begin(), found.end(), other), found.end());
     return found;

@@ -11,14 +11,13 @@ public:
 
     bool start()
     {
-        m_address = QStringLiteral("unix:path=") + m_folder.filePath(QStringLiteral("bus"));
+        m_address = "unix:path=" + m_folder.filePath("bus");
         for (const char *variable : { "DBUS_SESSION_BUS_ADDRESS", "DBUS_SYSTEM_BUS_ADDRESS" })
             qputenv(variable, m_address.toUtf8());
         m_daemon.setStandardErrorFile(QProcess::nullDevice());
-        m_daemon.start(QStringLiteral("dbus-daemon"),
-                       { QStringLiteral("--session"), QStringLiteral("--nofork"),
-                         QStringLiteral("--nopidfile"), QStringLiteral("--print-address"),
-                         QStringLiteral("--address=") + m_address });
+        m_daemon.start("dbus-daemon",
+                       { "--session", "--nofork", "--nopidfile", "--print-address",
+                         "--address=" + m_address });
         return m_daemon.waitForReadyRead();
     }
 

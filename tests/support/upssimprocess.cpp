@@ -17,9 +17,7 @@ UpsSimProcess::~UpsSimProcess()
 bool UpsSimProcess::start(const QStringList &arguments)
 {
     m_process.start(QStringLiteral(UPSSIM_FILE),
-                    QStringList { QStringLiteral("--tcp"), QStringLiteral("127.0.0.1:0"),
-                                  QStringLiteral("--pty"), terminalName() }
-                        + arguments);
+                    QStringList { "--tcp", "127.0.0.1:0", "--pty", terminalName() } + arguments);
     for (;;) {
         const QByteArray line = readLine();
         if (line.startsWith("tcp "))

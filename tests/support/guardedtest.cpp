@@ -1,0 +1,29 @@
+#include "guardedtest.h"
+
+#include <QFile>
+
+void GuardedTest::init()
+{
+    m_directory = std::make_unique<QTemporaryDir>();
+    QVERIFY(QDir::setCurrent(m_directory->path()));
+    m_guard.emplace();
+}
+
+void GuardedTest::cleanup()
+{
+    const QStringList unexpected = m_guard->unexpected();
+    m_guard.reset();
+    QCOMPARE(unexpected, QStringList());
+}
+
+bool writeFile(const QString &name, const QByteArray &bytes)
+{
+    QFile file(name);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
+
+QByteArray fileContents(const QString &name)
+{
+    QFile file(name);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
