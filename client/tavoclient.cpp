@@ -9,6 +9,7 @@
 
 #include <QDebug>
 #include <QEvent>
+#include <QLoggingCategory>
 #include <QProcess>
 
 namespace {
@@ -32,6 +33,8 @@ tavoClient::tavoClient(CollectThread *parent)
     qRegisterMetaType<QList<int>>("QList<int>");
     qRegisterMetaType<CollectThread *>("CollectThread*");
     LoadDriver();
+    // The plug-in's own instance goes at the end of the process, when it is too late to set up logging.
+    QLoggingCategory::defaultCategory();
 }
 
 tavoClient::~tavoClient()

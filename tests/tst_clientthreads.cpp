@@ -1,334 +1,229 @@
 #include "clientharness.h"
 #include "comm/portlock.h"
 #include "comm/portmanage.h"
-#include "warningguard.h"
+#include "ptypair.h"
+#include "silentpeer.h"
 
-#include <QPointer>
 #include <QTcpServer>
 #include <QTcpSocket>
-#include <QTemporaryDir>
-#include <QtTest>
 
 #include <atomic>
-#include <netinet/in.h>
-#include <pty.h>
-#include <sys/socket.h>
 #include <thread>
-#include <unistd.h>
 
 using namespace std::chrono_literals;
 
-namespace {
-
-// A terminal on which nobody answers.
-class SilentPty
-{
-public:
-    SilentPty() { m_isOpen = openpty(&m_master, &m_slave, m_name, nullptr, nullptr) == 0; }
-    ~SilentPty()
-    {
-        close(m_master);
-        close(m_slave);
-    }
-    bool isOpen() const { return m_isOpen; }
-    QString name() const { return QString::fromLatin1(m_name); }
-
-private:
-    int m_master = -1;
-    int m_slave = -1;
-    char m_name[64] = {};
-    bool m_isOpen = false;
-};
-
-// A TCP port that drops what asks for a connection: its queue is full.
-class SilentPeer
-{
-public:
-    SilentPeer()
-        : m_listener(socket(AF_INET, SOCK_STREAM, 0))
-    {
-        sockaddr_in address {};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        socklen_t length = sizeof address;
-        auto *any = reinterpret_cast<sockaddr *>(&address);
-        bind(m_listener, any, length);
-        listen(m_listener, 0);
-        getsockname(m_listener, any, &length);
-        m_port = ntohs(address.sin_port);
-        for (int &filler : m_fillers) {
-            filler = socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0);
-            connect(filler, any, length);
-        }
-    }
-    ~SilentPeer()
-    {
-        for (const int filler : m_fillers)
-            close(filler);
-        close(m_listener);
-    }
-    quint16 port() const { return m_port; }
-
-private:
-    int m_listener;
-    int m_fillers[4] = {};
-    quint16 m_port = 0;
-};
-
-} // namespace
-
 /** Clients in their own threads: they end at once, and settings and commands may come any time. */
-class tst_ClientThreads : public QObject
+class tst_ClientThreads : public GuardedTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-    void endsAtOnce_data();
-    void endsAtOnce();
-    void driverThatStays_data();
-    void driverThatStays();
-    void commandsFromFourThreads();
-    void reconfiguredWhilePolling();
-    void peerWhileThreadEnds();
-
-private:
-    std::unique_ptr<QTemporaryDir> m_directory;
-    std::unique_ptr<WarningGuard> m_guard;
-};
-
-void tst_ClientThreads::init()
-{
-    m_directory = std::make_unique<QTemporaryDir>();
-    QVERIFY(QDir::setCurrent(m_directory->path()));
-    m_guard = std::make_unique<WarningGuard>();
-    theDriver().onQuery(nullptr);
-    theDriver().onControl(nullptr);
-}
-
-void tst_ClientThreads::cleanup()
-{
-    const QStringList unexpected = m_guard->unexpected();
-    m_guard.reset();
-    QCOMPARE(unexpected, QStringList());
-}
-
-void tst_ClientThreads::endsAtOnce_data()
-{
-    QTest::addColumn<QString>("state");
-    QTest::addColumn<bool>("polled"); // by another thread than the client's own
-    for (const char *state : { "not started", "idle", "serial read", "port lock", "drain", "pause",
-                               "connecting", "tcp read" }) {
-        QTest::addRow("%s", state) << state << false;
-        if (strcmp(state, "not started") != 0)
-            QTest::addRow("%s, polled", state) << state << true;
-    }
-}
-
-void tst_ClientThreads::endsAtOnce()
-{
-    QFETCH(QString, state);
-    QFETCH(bool, polled);
-    SilentPty pty;
-    QVERIFY(pty.isOpen());
-    QFile serialIni("serial.ini"); // a read waits for 25 s
-    QVERIFY(serialIni.open(QIODevice::WriteOnly)
-            && serialIni.write("[" + pty.name().mid(1).toLatin1() + "]\ntimeout=25000\n") > 0);
-    serialIni.close();
-    const SilentPeer peer;
-    QTcpServer server;
-    QVERIFY(server.listen(QHostAddress::LocalHost));
-
-    std::atomic<int> calls { 0 };
-    const auto read = [&](PortDescriptor &port) {
-        ++calls;
-        char reply[1000];
-        return port.read(&port, reply, sizeof reply) > 0;
-    };
-    const bool reads = state.endsWith("read") || state == "drain";
-    theDriver().onQuery([&](PortDescriptor &port, int, const FakeDriver::Callback &) {
-        return reads ? read(port) : int(++calls);
-    });
-    theDriver().onControl([&](PortDescriptor &port, const char *) { return int(read(port)); });
-
-    auto *client = new tavoClient;
-    const QPointer<tavoClient> alive(client);
-    const bool tcp = state == "pause" || state == "connecting" || state == "tcp read";
-    const quint16 port = state == "tcp read" ? server.serverPort() : peer.port();
-    configure(*client, "ups1",
-              "portName=" + pty.name().toLatin1() + "\nipAddr=127.0.0.1\ncommType="
-                  + (tcp ? "1" : "0") + "\nport=" + QByteArray::number(port) + '\n');
-    for (int i = 0; state == "drain" && i < 200; ++i)
-        client->control(1003, {});
-    SerialPort *line = PortManage::instance()->getPortHandle(pty.name());
-    auto busy = state == "port lock" ? std::make_unique<PortLock>(*line) : nullptr;
-
-    std::thread poller;
-    if (polled)
-        poller = std::thread([client] { client->poll(); });
-    else if (state != "not started")
-        client->start();
-    // Where the driver cannot tell: a moment in the pause, or the pause and a moment.
-    if (state == "connecting")
-        QTest::qWait(5300);
-    else if (tcp && state == "pause")
-        QTest::qWait(300);
-    else if (state == "port lock")
-        QTest::qWait(200);
-    else if (state != "not started")
-        QTRY_VERIFY_WITH_TIMEOUT(calls > 0, 20000);
-
-    QElapsedTimer clock;
-    clock.start();
-    client->release(client);
-    QTRY_VERIFY_WITH_TIMEOUT(!alive, 5000);
-    const qint64 took = clock.elapsed();
-    if (poller.joinable())
-        poller.join();
-    busy.reset();
-    QVERIFY2(took < 1000, qPrintable(QString::number(took)));
-}
-
-void tst_ClientThreads::driverThatStays_data()
-{
-    QTest::addColumn<bool>("polled");
-    QTest::newRow("thread") << false;
-    QTest::newRow("polled") << true;
-}
-
-// The host's event loop goes on, and the client is deleted once the driver is back.
-void tst_ClientThreads::driverThatStays()
-{
-    QFETCH(bool, polled);
-    m_guard->expect("is deleted later");
-    std::atomic<bool> inside { false };
-    std::atomic<bool> back { false };
-    theDriver().onQuery([&](PortDescriptor &, int, const FakeDriver::Callback &) {
-        for (inside = true; !back;)
-            std::this_thread::sleep_for(1ms);
-        return 0;
-    });
-    const QPointer<tavoClient> client = new tavoClient;
-    std::thread poller;
-    if (polled)
-        poller = std::thread([client = client.data()] { client->poll(); });
-    else
-        client->start();
-    QTRY_VERIFY(inside);
-    QElapsedTimer clock;
-    clock.start();
-    client->deleteLater(); // as a host does that has only the base class
-    QTRY_VERIFY(m_guard->messages().join(' ').contains("is deleted later"));
-    QVERIFY(clock.elapsed() < 3000);
-    QVERIFY(client);
-    back = true;
-    QTRY_VERIFY(!client);
-    if (poller.joinable())
-        poller.join();
-}
-
-void tst_ClientThreads::commandsFromFourThreads()
-{
-    constexpr int each = 500;
-    std::mutex mutex;
-    QVector<QVector<int>> seen(4);
-    theDriver().onControl([&](PortDescriptor &, const char *command) {
-        const QList<QByteArray> parts = QByteArray(command).split(',');
-        const std::lock_guard<std::mutex> lock(mutex);
-        seen[parts.at(0).toInt()].append(parts.at(1).toInt());
-        return 1;
-    });
-    tavoClient client;
-    client.start();
-    std::vector<std::thread> hosts;
-    for (int host = 0; host < 4; ++host) {
-        hosts.emplace_back([&client, host] {
-            for (int i = 0; i < each; ++i)
-                client.control(2016, QStringLiteral("%1,%2").arg(host).arg(i));
-        });
-    }
-    for (std::thread &host : hosts)
-        host.join();
-    QVector<int> expected(each);
-    std::iota(expected.begin(), expected.end(), 0);
-    for (int host = 0; host < 4; ++host) {
-        QTRY_VERIFY_WITH_TIMEOUT((std::lock_guard(mutex), seen[host].size() >= each), 30000);
-        const std::lock_guard<std::mutex> lock(mutex);
-        QCOMPARE(seen[host], expected);
-    }
-}
-
-void tst_ClientThreads::reconfiguredWhilePolling()
-{
-    SilentPty ptys[2];
-    PortManage manager;
-    std::mutex mutex;
-    QSet<QPair<QString, int>> used; // port and address of the queries
-    std::atomic<int> queries { 0 };
-    theDriver().onQuery([&](PortDescriptor &port, int address, const FakeDriver::Callback &value) {
-        value(2000, float(++queries % 2));
-        const auto *line = static_cast<SerialPort *>(static_cast<QIODevice *>(port.device));
-        const std::lock_guard<std::mutex> lock(mutex);
-        used.insert({ line->getPortName(), address });
-        return 1;
-    });
-    tavoClient client;
-    configure(client, "ups1", "portName=" + ptys[0].name().toLatin1() + '\n');
-    client.start();
-    std::thread commands([&client] {
-        for (int i = 0; i < 200; ++i)
-            client.control(i % 50 ? 1003 : 1018, {});
-    });
-    for (int i = 0; i < 60; ++i) {
-        client.setPort(ptys[i % 2].name(), "9600,n,8,1");
-        client.setDevId(i);
-        client.setPortHandle(i % 3 ? nullptr : &manager);
-        client.flushUpsInfo("host", i);
-        client.getWorkState();
-        if (i % 20 == 0)
-            client.loadConfig();
-        QTest::qWait(1);
-    }
-    commands.join();
-    client.setPort(ptys[1].name(), "9600,n,8,1");
-    client.setDevId(77);
-    const QPair<QString, int> last(ptys[1].name(), 77);
-    QTRY_VERIFY((std::lock_guard(mutex), used.contains(last)));
-    const int before = queries;
+    void init()
     {
-        const std::lock_guard<std::mutex> lock(mutex);
-        used.clear();
+        GuardedTest::init();
+        theDriver().onQuery(nullptr);
+        theDriver().onControl(nullptr);
     }
-    QTRY_VERIFY(queries > before + 3);
-    const std::lock_guard<std::mutex> lock(mutex);
-    QCOMPARE(used, (QSet<QPair<QString, int>> { last }));
-}
 
-// The socket of a poll() is closed in the thread that polled, by its event loop.
-void tst_ClientThreads::peerWhileThreadEnds()
-{
-    QTcpServer server;
-    QVERIFY(server.listen(QHostAddress::LocalHost));
-    auto client = std::make_unique<tavoClient>();
-    configure(*client, "ups1",
-              "commType=1\nipAddr=127.0.0.1\nport=" + QByteArray::number(server.serverPort())
-                  + '\n');
-    std::atomic<bool> polled { false };
-    const std::unique_ptr<QThread> host(QThread::create([&] {
-        client->poll();
-        polled = true;
-        QEventLoop().exec();
-    }));
-    host->start();
-    QTRY_VERIFY_WITH_TIMEOUT(polled, 20000);
-    QTRY_VERIFY(server.hasPendingConnections());
-    const std::unique_ptr<QTcpSocket> peer(server.nextPendingConnection());
-    client.reset();
-    QTRY_COMPARE(peer->state(), QAbstractSocket::UnconnectedState);
-    host->quit();
-    QVERIFY(host->wait());
-}
+    void endsAtOnce_data()
+    {
+        QTest::addColumn<QString>("state");
+        QTest::addColumn<bool>("polled"); // by another thread than the client's own
+        for (const char *state : { "not started", "idle", "serial read", "port lock", "drain",
+                                   "pause", "connecting", "tcp read" }) {
+            QTest::addRow("%s", state) << state << false;
+            if (strcmp(state, "not started") != 0)
+                QTest::addRow("%s, polled", state) << state << true;
+        }
+    }
+
+    void endsAtOnce()
+    {
+        QFETCH(QString, state);
+        QFETCH(bool, polled);
+        const PtyPair pty;
+        // A read waits for 25 s.
+        QVERIFY(writeFile("serial.ini", "[" + pty.name().mid(1).toLatin1() + "]\ntimeout=25000\n"));
+        const SilentPeer peer;
+        QTcpServer server;
+        QVERIFY(server.listen(QHostAddress::LocalHost));
+
+        std::atomic<int> calls { 0 };
+        const auto read = [&](PortDescriptor &port) {
+            ++calls;
+            char reply[1000];
+            return port.read(&port, reply, sizeof reply) > 0;
+        };
+        const bool reads = state.endsWith("read") || state == "drain";
+        theDriver().onQuery([&](PortDescriptor &port, int, const FakeDriver::Callback &) {
+            return reads ? read(port) : int(++calls);
+        });
+        theDriver().onControl([&](PortDescriptor &port, const char *) { return int(read(port)); });
+
+        auto *client = new tavoClient;
+        const QPointer<tavoClient> alive(client);
+        const bool tcp = state == "pause" || state == "connecting" || state == "tcp read";
+        const quint16 port = state == "tcp read" ? server.serverPort() : peer.port();
+        configure(*client, "ups1",
+                  "portName=" + pty.name().toLatin1() + "\nipAddr=127.0.0.1\ncommType="
+                      + (tcp ? "1" : "0") + "\nport=" + QByteArray::number(port) + '\n');
+        for (int i = 0; state == "drain" && i < 200; ++i)
+            client->control(1003, {});
+        SerialPort *line = PortManage::instance()->getPortHandle(pty.name());
+        auto busy = state == "port lock" ? std::make_unique<PortLock>(*line) : nullptr;
+
+        std::thread poller;
+        if (polled)
+            poller = std::thread([client] { client->poll(); });
+        else if (state != "not started")
+            client->start();
+        // Where the driver cannot tell: a moment in the pause, or the pause and a moment.
+        if (state == "connecting")
+            QTest::qWait(5300);
+        else if (tcp && state == "pause")
+            QTest::qWait(300);
+        else if (state == "port lock")
+            QTest::qWait(200);
+        else if (state != "not started")
+            QTRY_VERIFY_WITH_TIMEOUT(calls > 0, 20000);
+
+        Stopwatch clock;
+        client->release(client);
+        QTRY_VERIFY_WITH_TIMEOUT(!alive, 5000);
+        const qint64 took = clock.elapsed();
+        if (poller.joinable())
+            poller.join();
+        busy.reset();
+        QVERIFY2(took < 1000, qPrintable(QString::number(took)));
+    }
+
+    // The host's event loop goes on, and the client is deleted once the driver is back.
+    void driverThatStays()
+    {
+        m_guard->expect("is deleted later");
+        std::atomic<bool> inside { false };
+        std::atomic<bool> back { false };
+        theDriver().onQuery([&](PortDescriptor &, int, const FakeDriver::Callback &) {
+            for (inside = true; !back;)
+                std::this_thread::sleep_for(1ms);
+            return 0;
+        });
+        const QPointer<tavoClient> client = new tavoClient;
+        std::thread poller([client = client.data()] { client->poll(); });
+        QTRY_VERIFY(inside);
+        Stopwatch clock;
+        client->deleteLater(); // as a host does that has only the base class
+        QTRY_VERIFY(m_guard->messages().join(' ').contains("is deleted later"));
+        QVERIFY(clock.elapsed() < 3000);
+        QVERIFY(client);
+        back = true;
+        QTRY_VERIFY(!client);
+        poller.join();
+    }
+
+    void commandsFromFourThreads()
+    {
+        constexpr int each = 500;
+        std::mutex mutex;
+        QVector<QVector<int>> seen(4);
+        theDriver().onControl([&](PortDescriptor &, const char *command) {
+            const QList<QByteArray> parts = QByteArray(command).split(',');
+            const std::lock_guard<std::mutex> lock(mutex);
+            seen[parts.at(0).toInt()].append(parts.at(1).toInt());
+            return 1;
+        });
+        tavoClient client;
+        client.start();
+        std::vector<std::thread> hosts;
+        for (int host = 0; host < 4; ++host) {
+            hosts.emplace_back([&client, host] {
+                for (int i = 0; i < each; ++i)
+                    client.control(2016, QStringLiteral("%1,%2").arg(host).arg(i));
+            });
+        }
+        for (std::thread &host : hosts)
+            host.join();
+        QVector<int> expected(each);
+        std::iota(expected.begin(), expected.end(), 0);
+        for (int host = 0; host < 4; ++host) {
+            QTRY_VERIFY_WITH_TIMEOUT((std::lock_guard(mutex), seen[host].size() >= each), 30000);
+            const std::lock_guard<std::mutex> lock(mutex);
+            QCOMPARE(seen[host], expected);
+        }
+    }
+
+    void reconfiguredWhilePolling()
+    {
+        const PtyPair ptys[2];
+        PortManage manager;
+        std::mutex mutex;
+        QSet<QPair<QString, int>> used; // port and address of the queries
+        std::atomic<int> queries { 0 };
+        theDriver().onQuery(
+            [&](PortDescriptor &port, int address, const FakeDriver::Callback &value) {
+                value(2000, float(++queries % 2));
+                const auto *line = static_cast<SerialPort *>(static_cast<QIODevice *>(port.device));
+                const std::lock_guard<std::mutex> lock(mutex);
+                used.insert({ line->getPortName(), address });
+                return 1;
+            });
+        tavoClient client;
+        configure(client, "ups1", "portName=" + ptys[0].name().toLatin1() + '\n');
+        client.start();
+        std::thread commands([&client] {
+            for (int i = 0; i < 200; ++i)
+                client.control(i % 50 ? 1003 : 1018, {});
+        });
+        for (int i = 0; i < 60; ++i) {
+            client.setPort(ptys[i % 2].name(), "9600,n,8,1");
+            client.setDevId(i);
+            client.setPortHandle(i % 3 ? nullptr : &manager);
+            client.flushUpsInfo("host", i);
+            client.getWorkState();
+            if (i % 20 == 0)
+                client.loadConfig();
+            QTest::qWait(1);
+        }
+        commands.join();
+        client.setPort(ptys[1].name(), "9600,n,8,1");
+        client.setDevId(77);
+        const QPair<QString, int> last(ptys[1].name(), 77);
+        QTRY_VERIFY((std::lock_guard(mutex), used.contains(last)));
+        const int before = queries;
+        {
+            const std::lock_guard<std::mutex> lock(mutex);
+            used.clear();
+        }
+        QTRY_VERIFY(queries > before + 3);
+        const std::lock_guard<std::mutex> lock(mutex);
+        QCOMPARE(used, (QSet<QPair<QString, int>> { last }));
+    }
+
+    // The socket of a poll() is closed in the thread that polled, by its event loop.
+    void peerWhileThreadEnds()
+    {
+        QTcpServer server;
+        QVERIFY(server.listen(QHostAddress::LocalHost));
+        auto client = std::make_unique<tavoClient>();
+        configure(*client, "ups1",
+                  "commType=1\nipAddr=127.0.0.1\nport=" + QByteArray::number(server.serverPort())
+                      + '\n');
+        std::atomic<bool> polled { false };
+        const std::unique_ptr<QThread> host(QThread::create([&] {
+            client->poll();
+            polled = true;
+            QEventLoop().exec();
+        }));
+        host->start();
+        QTRY_VERIFY_WITH_TIMEOUT(polled, 20000);
+        QTRY_VERIFY(server.hasPendingConnections());
+        const std::unique_ptr<QTcpSocket> peer(server.nextPendingConnection());
+        client.reset();
+        QTRY_COMPARE(peer->state(), QAbstractSocket::UnconnectedState);
+        host->quit();
+        QVERIFY(host->wait());
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_ClientThreads)
 #include "tst_clientthreads.moc"

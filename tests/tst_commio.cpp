@@ -9,19 +9,15 @@
 #include "modbusserver.h"
 #include "ptypair.h"
 #include "registerread.h"
+#include "silentpeer.h"
 
-#include <QElapsedTimer>
 #include <QTcpServer>
 #include <QTcpSocket>
 
 #include <functional>
-#include <list>
-#include <sys/socket.h>
 #include <thread>
 
 using namespace std::chrono_literals;
-
-Q_DECLARE_METATYPE(std::function<void()>)
 
 namespace {
 
@@ -59,201 +55,182 @@ class tst_CommIo : public GuardedTest
     Q_OBJECT
 
 private slots:
-    void devices();
-    void tcpReplies();
-    void tcpRequests();
-    void refusals();
-    void lostPeer();
-    void noPeer();
-    void stopEndsWaiting_data();
-    void stopEndsWaiting();
-};
-
-void tst_CommIo::devices()
-{
-    PtyPair line;
-    const ModbusServer serialDevice(line.master());
-    const ModbusServer tcpDevice;
-    SerialPort port;
-    QVERIFY(port.CommOpen(line.name(), plain, 2000));
-    QTcpSocket socket;
-    QVERIFY(connectToPeer(socket, QStringLiteral("localhost"), tcpDevice.port(), 10s));
-    PortDescriptor handles[] = { { &port, CommRead, CommWrite },
-                                 { &socket, TcpCommRead, TcpCommWrite } };
-    for (PortDescriptor &handle : handles) {
-        for (const int count : { 1, 20, 125 })
-            QVERIFY(readRegisters(handle, 100, count));
-    }
-    CommClose();
-    QVERIFY(port.isOpen() && CommOpen() == 0);
-}
-
-void tst_CommIo::tcpReplies()
-{
-    const struct
+    void devices()
     {
-        QByteArray reply;
-        QByteArray frame; // without CRC; none when the read fails
-    } rows[] = {
-        { QByteArray::fromHex("000100000007010304000a0014"),
-          QByteArray::fromHex("010304000a0014") },
-        { {}, {} },                                      // silence
-        { "1", {} },                                     // a fragment
-        { QByteArray::fromHex("000100000000"), {} },     // a mere header
-        { QByteArray(7, 'u'), "u" },                     // a unit alone
-        { QByteArray(1000, 'x'), QByteArray(994, 'x') }, // the longest
-        { QByteArray(1020, 'y'), QByteArray(994, 'y') }, // more than that
-    };
-    for (const auto &row : rows) {
-        Connection connection;
-        QVERIFY(connection.ok);
-        connection.near.setReadBufferSize(1024);
-        connection.far->write(row.reply);
-        connection.far->flush();
-        QByteArray out(1100, 'z');
-        QElapsedTimer clock;
-        clock.start();
-        const int length = TcpCommRead(&connection.handle, out.data(), 0);
-        QCOMPARE(clock.elapsed() >= 990, row.reply.isEmpty());
-        QCOMPARE(length, row.frame.isEmpty() ? -5 : row.frame.size() + 2);
-        QVERIFY(out.startsWith(row.frame));
-        QVERIFY(out.endsWith(QByteArray(out.size() - qMax(0, length), 'z')));
-        QCOMPARE(checkModbufCRC(bytesOf(out.data()), length), length >= 4 ? 0 : -1);
-    }
-}
-
-void tst_CommIo::tcpRequests()
-{
-    const struct
-    {
-        QByteArray frame;
-        int length;
-        QByteArray sent;
-    } rows[] = {
-        { QByteArray::fromHex("01030000000ac5cd"), 8,
-          QByteArray::fromHex("00000000000601030000000a") },
-        { "fr", 2, QByteArray(6, '\0') },
-        { "f", 1, QByteArray::fromHex("0000000000ff") },
-        { QByteArray(996, 'l'), 996, QByteArray::fromHex("0000000000e2") + QByteArray(994, 'l') },
-    };
-    for (const auto &row : rows) {
-        Connection connection;
-        QVERIFY(connection.ok);
-        QByteArray frame = row.frame;
-        QCOMPARE(TcpCommWrite(&connection.handle, frame.data(), row.length), row.length);
-        // Without an event loop in between: it has really left.
-        QByteArray arrived;
-        while (arrived.size() < row.sent.size() && connection.far->waitForReadyRead(2000))
-            arrived += connection.far->readAll();
-        QCOMPARE(arrived, row.sent);
-    }
-}
-
-void tst_CommIo::refusals()
-{
-    Connection connection;
-    SerialPort closed;
-    QTcpSocket unconnected;
-    char frame[8] = {};
-    PortDescriptor none {};
-    PortDescriptor serial { &closed, CommRead, CommWrite };
-    PortDescriptor tcp { &unconnected, TcpCommRead, TcpCommWrite };
-    const auto sumOfResults = [](PortDescriptor *handle, char *buffer) {
-        return CommRead(handle, buffer, 8) + CommWrite(handle, buffer, 8)
-            + TcpCommRead(handle, buffer, 8) + TcpCommWrite(handle, buffer, 8);
-    };
-    for (PortDescriptor *handle : { static_cast<PortDescriptor *>(nullptr), &none, &serial, &tcp })
-        QCOMPARE(sumOfResults(handle, frame), -1 - 1 - 5 - 1);
-    QCOMPARE(sumOfResults(&connection.handle, nullptr), -1 - 1 - 5 - 1);
-    for (const int length : { 997, INT_MAX, -1, INT_MIN })
-        QCOMPARE(TcpCommWrite(&connection.handle, frame, length), -1);
-    QCOMPARE(CommRead(&connection.handle, frame, -1) + CommWrite(&connection.handle, frame, -1),
-             -2);
-}
-
-void tst_CommIo::lostPeer()
-{
-    Connection connection;
-    QVERIFY(connection.ok);
-    char frame[1000] = {};
-    delete connection.far;
-    QCOMPARE(TcpCommRead(&connection.handle, frame, 0), -5);
-    QCOMPARE(TcpCommWrite(&connection.handle, frame, 8), -1);
-    QCOMPARE(connection.near.state(), QAbstractSocket::UnconnectedState);
-    // The same socket serves again.
-    QVERIFY(connectToPeer(connection.near, loopback, connection.server.serverPort(), 5s));
-    QCOMPARE(TcpCommWrite(&connection.handle, frame, 8), 8);
-}
-
-void tst_CommIo::noPeer()
-{
-    for (const char *host : { "127.0.0.1", "no.such.host.invalid", "" }) {
+        PtyPair line;
+        const ModbusServer serialDevice(line.master());
+        const ModbusServer tcpDevice;
+        SerialPort port;
+        QVERIFY(port.CommOpen(line.name(), plain, 2000));
         QTcpSocket socket;
-        QVERIFY(!connectToPeer(socket, QString::fromLatin1(host), 1, 5s));
-        QCOMPARE(socket.state(), QAbstractSocket::UnconnectedState);
+        QVERIFY(connectToPeer(socket, QStringLiteral("localhost"), tcpDevice.port(), 10s));
+        PortDescriptor handles[] = { { &port, CommRead, CommWrite },
+                                     { &socket, TcpCommRead, TcpCommWrite } };
+        for (PortDescriptor &handle : handles) {
+            for (const int count : { 1, 20, 125 })
+                QVERIFY(readRegisters(handle, 100, count));
+        }
+        CommClose();
+        QVERIFY(port.isOpen() && CommOpen() == 0);
     }
-    QCOMPARE(m_guard->messages().filter(QStringLiteral("connectToPeer: no connection to")).size(),
-             3);
-}
 
-void tst_CommIo::stopEndsWaiting_data()
-{
-    QTest::addColumn<std::function<void()>>("wait");
-    using Wait = std::function<void()>;
-    QTest::newRow("serial read") << Wait([] {
-        PtyPair line;
-        SerialPort port;
-        QVERIFY(port.CommOpen(line.name(), plain, 20'000));
-        char byte = 0;
-        QCOMPARE(port.readData(&byte, 1), -1);
-    });
-    QTest::newRow("serial write") << Wait([] {
-        PtyPair line;
-        SerialPort port;
-        QVERIFY(port.CommOpen(line.name(), plain, 20'000));
-        const QByteArray flood(1'000'000, 'f'); // nobody reads it
-        const qint64 written = port.writeData(flood.constData(), flood.size());
-        QVERIFY(written > 0 && written < flood.size());
-    });
-    QTest::newRow("busy port of the manager") << Wait([] {
-        PtyPair line;
-        PortManage manager;
-        SerialPort *port = manager.getPortHandle(line.name());
-        port->Lock();
-        QVERIFY(!manager.getPortHandle(line.name()) && !PortLock(*port));
-        port->UnLock();
-    });
-    QTest::newRow("connect") << Wait([] {
-        // With its queue full, the listener lets further connections wait for ever.
-        QTcpServer server;
-        server.setMaxPendingConnections(1);
-        QVERIFY(server.listen(QHostAddress::LocalHost));
-        ::listen(int(server.socketDescriptor()), 0);
-        std::list<QTcpSocket> sockets;
-        do {
-            sockets.emplace_back();
-        } while (connectToPeer(sockets.back(), loopback, server.serverPort(), 20s));
-        QVERIFY(StopSource::currentRequested());
-    });
-}
+    void tcpReplies()
+    {
+        const struct
+        {
+            QByteArray reply;
+            QByteArray frame; // without CRC; none when the read fails
+        } rows[] = {
+            { QByteArray::fromHex("000100000007010304000a0014"),
+              QByteArray::fromHex("010304000a0014") },
+            { {}, {} },                                      // silence
+            { "1", {} },                                     // a fragment
+            { QByteArray::fromHex("000100000000"), {} },     // a mere header
+            { QByteArray(7, 'u'), "u" },                     // a unit alone
+            { QByteArray(1000, 'x'), QByteArray(994, 'x') }, // the longest
+            { QByteArray(1020, 'y'), QByteArray(994, 'y') }, // more than that
+        };
+        for (const auto &row : rows) {
+            Connection connection;
+            QVERIFY(connection.ok);
+            connection.near.setReadBufferSize(1024);
+            connection.far->write(row.reply);
+            connection.far->flush();
+            QByteArray out(1100, 'z');
+            Stopwatch clock;
+            const int length = TcpCommRead(&connection.handle, out.data(), 0);
+            QCOMPARE(clock.elapsed() >= 990, row.reply.isEmpty());
+            QCOMPARE(length, row.frame.isEmpty() ? -5 : row.frame.size() + 2);
+            QVERIFY(out.startsWith(row.frame));
+            QVERIFY(out.endsWith(QByteArray(out.size() - qMax(0, length), 'z')));
+            QCOMPARE(checkModbufCRC(bytesOf(out.data()), length), length >= 4 ? 0 : -1);
+        }
+    }
 
-void tst_CommIo::stopEndsWaiting()
-{
-    QFETCH(std::function<void()>, wait);
-    StopSource source;
-    const StopSource::Scope scope(source);
-    std::thread stopper([&source] {
-        StopSource::waitFor(-1, 0, 300ms);
-        source.request();
-    });
-    QElapsedTimer clock;
-    clock.start();
-    wait();
-    const qint64 elapsed = clock.elapsed();
-    stopper.join();
-    QVERIFY(elapsed >= 250);
-    QVERIFY2(elapsed < 1000, qPrintable(QString::number(elapsed)));
-}
+    void tcpRequests()
+    {
+        const struct
+        {
+            QByteArray frame;
+            int length;
+            QByteArray sent;
+        } rows[] = {
+            { QByteArray::fromHex("01030000000ac5cd"), 8,
+              QByteArray::fromHex("00000000000601030000000a") },
+            { "fr", 2, QByteArray(6, '\0') },
+            { "f", 1, QByteArray::fromHex("0000000000ff") },
+            { QByteArray(996, 'l'), 996,
+              QByteArray::fromHex("0000000000e2") + QByteArray(994, 'l') },
+        };
+        for (const auto &row : rows) {
+            Connection connection;
+            QVERIFY(connection.ok);
+            QByteArray frame = row.frame;
+            QCOMPARE(TcpCommWrite(&connection.handle, frame.data(), row.length), row.length);
+            // Without an event loop in between: it has really left.
+            QByteArray arrived;
+            while (arrived.size() < row.sent.size() && connection.far->waitForReadyRead(2000))
+                arrived += connection.far->readAll();
+            QCOMPARE(arrived, row.sent);
+        }
+    }
+
+    void refusals()
+    {
+        Connection connection;
+        SerialPort closed;
+        QTcpSocket unconnected;
+        char frame[8] = {};
+        PortDescriptor none {};
+        PortDescriptor serial { &closed, CommRead, CommWrite };
+        PortDescriptor tcp { &unconnected, TcpCommRead, TcpCommWrite };
+        const auto sumOfResults = [](PortDescriptor *handle, char *buffer) {
+            return CommRead(handle, buffer, 8) + CommWrite(handle, buffer, 8)
+                + TcpCommRead(handle, buffer, 8) + TcpCommWrite(handle, buffer, 8);
+        };
+        for (PortDescriptor *handle :
+             { static_cast<PortDescriptor *>(nullptr), &none, &serial, &tcp })
+            QCOMPARE(sumOfResults(handle, frame), -1 - 1 - 5 - 1);
+        QCOMPARE(sumOfResults(&connection.handle, nullptr), -1 - 1 - 5 - 1);
+        for (const int length : { 997, INT_MAX, -1, INT_MIN })
+            QCOMPARE(TcpCommWrite(&connection.handle, frame, length), -1);
+        QCOMPARE(CommRead(&connection.handle, frame, -1) + CommWrite(&connection.handle, frame, -1),
+                 -2);
+    }
+
+    void lostPeer()
+    {
+        Connection connection;
+        QVERIFY(connection.ok);
+        char frame[1000] = {};
+        delete connection.far;
+        QCOMPARE(TcpCommRead(&connection.handle, frame, 0), -5);
+        QCOMPARE(TcpCommWrite(&connection.handle, frame, 8), -1);
+        QCOMPARE(connection.near.state(), QAbstractSocket::UnconnectedState);
+        // The same socket serves again.
+        QVERIFY(connectToPeer(connection.near, loopback, connection.server.serverPort(), 5s));
+        QCOMPARE(TcpCommWrite(&connection.handle, frame, 8), 8);
+    }
+
+    void noPeer()
+    {
+        for (const char *host : { "127.0.0.1", "no.such.host.invalid", "" }) {
+            QTcpSocket socket;
+            QVERIFY(!connectToPeer(socket, QString::fromLatin1(host), 1, 5s));
+            QCOMPARE(socket.state(), QAbstractSocket::UnconnectedState);
+        }
+        QCOMPARE(
+            m_guard->messages().filter(QStringLiteral("connectToPeer: no connection to")).size(),
+            3);
+    }
+
+    void stopEndsWaiting()
+    {
+        const std::function<void()> serialRead = [] {
+            PtyPair line;
+            SerialPort port;
+            QVERIFY(port.CommOpen(line.name(), plain, 20'000));
+            char byte = 0;
+            QCOMPARE(port.readData(&byte, 1), -1);
+        };
+        const std::function<void()> serialWrite = [] {
+            PtyPair line;
+            SerialPort port;
+            QVERIFY(port.CommOpen(line.name(), plain, 20'000));
+            const QByteArray flood(1'000'000, 'f'); // nobody reads it
+            const qint64 written = port.writeData(flood.constData(), flood.size());
+            QVERIFY(written > 0 && written < flood.size());
+        };
+        const std::function<void()> busyPort = [] {
+            PtyPair line;
+            PortManage manager;
+            SerialPort *port = manager.getPortHandle(line.name());
+            port->Lock();
+            QVERIFY(!manager.getPortHandle(line.name()) && !PortLock(*port));
+            port->UnLock();
+        };
+        const std::function<void()> connecting = [] {
+            const SilentPeer peer;
+            QTcpSocket socket;
+            QVERIFY(!connectToPeer(socket, loopback, peer.port(), 20s));
+            QVERIFY(StopSource::currentRequested());
+        };
+        for (const auto &wait : { serialRead, serialWrite, busyPort, connecting }) {
+            StopSource source;
+            const StopSource::Scope scope(source);
+            std::thread stopper([&source] {
+                StopSource::waitFor(-1, 0, 300ms);
+                source.request();
+            });
+            Stopwatch clock;
+            wait();
+            const qint64 elapsed = clock.elapsed();
+            stopper.join();
+            QVERIFY(elapsed >= 250);
+            QVERIFY2(elapsed < 1000, qPrintable(QString::number(elapsed)));
+        }
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_CommIo)
 #include "tst_commio.moc"

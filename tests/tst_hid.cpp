@@ -32,71 +32,65 @@ class tst_Hid : public GuardedTest
     Q_OBJECT
 
 private slots:
-    void comesAndGoes();
-    void namesDoNotMix();
+    void comesAndGoes()
+    {
+        PortManage manager;
+        CommHandle *handle = manager.getPortHandle(vendor, product);
+        QVERIFY(handle && !handle->device);
+        QCOMPARE(handle->kind, int(CommHandle::Hid));
+        manager.ReOpen(vendor, product);
+        manager.Close(vendor, product);
+        plug();
+        QCOMPARE(manager.getPortHandle(vendor, product), handle);
+        const void *device = handle->device;
+        QVERIFY(device);
+        QCOMPARE(manager.getPortHandle(vendor, product)->device, device); // stays open
+        QVERIFY(!manager.getPortHandle(vendor, product + 1)->device);
+        manager.ReOpen(vendor, product);
+        QVERIFY(m_guard->messages().constLast().startsWith(QStringLiteral("ReOpen 0x")));
+        manager.timerProc(); // ticks are for serial ports
+        QVERIFY(handle->device);
+        for (int twice = 0; twice < 2; ++twice) {
+            manager.Close(vendor, product);
+            QVERIFY(!handle->device);
+        }
+        QVERIFY(manager.getPortHandle(vendor, product)->device);
+        unplug();
+        manager.ReOpen(vendor, product);
+        QVERIFY(!handle->device);
+    }
+
+    void namesDoNotMix()
+    {
+        PortManage manager;
+        QVERIFY(manager.getPortHandle(vendor, product));
+        const QString name = QStringLiteral("1637.20833");
+        QVERIFY(!manager.getPortHandle(name));
+        manager.ReOpen(name);
+        manager.Close(name);
+        QVERIFY(manager.getPortHandle(QStringLiteral("1637.1")));
+        QVERIFY(!manager.getPortHandle(vendor, 1));
+        manager.ReOpen(vendor, 1);
+        manager.Close(vendor, 1);
+    }
 
 private:
-    void plug();
-    void unplug();
+    void plug()
+    {
+        QVERIFY(writeFile("answers", answers));
+        QVERIFY(umockdev_testbed_add_from_string(m_bed.get(), description, nullptr));
+        QVERIFY(umockdev_testbed_load_ioctl(m_bed.get(), "/dev/hidraw0", "answers", nullptr));
+    }
+
+    void unplug()
+    {
+        umockdev_testbed_remove_device(
+            m_bed.get(), "/sys/devices/usb1/1-1/1-1:1.0/0003:0665:5161.0001/hidraw/hidraw0");
+    }
 
     std::unique_ptr<UMockdevTestbed, decltype(&g_object_unref)> m_bed { umockdev_testbed_new(),
                                                                         g_object_unref };
 };
-
-void tst_Hid::plug()
-{
-    QVERIFY(writeFile("answers", answers));
-    QVERIFY(umockdev_testbed_add_from_string(m_bed.get(), description, nullptr));
-    QVERIFY(umockdev_testbed_load_ioctl(m_bed.get(), "/dev/hidraw0", "answers", nullptr));
-}
-
-void tst_Hid::unplug()
-{
-    umockdev_testbed_remove_device(
-        m_bed.get(), "/sys/devices/usb1/1-1/1-1:1.0/0003:0665:5161.0001/hidraw/hidraw0");
-}
-
-void tst_Hid::comesAndGoes()
-{
-    PortManage manager;
-    CommHandle *handle = manager.getPortHandle(vendor, product);
-    QVERIFY(handle && !handle->device);
-    QCOMPARE(handle->kind, int(CommHandle::Hid));
-    manager.ReOpen(vendor, product);
-    manager.Close(vendor, product);
-    plug();
-    QCOMPARE(manager.getPortHandle(vendor, product), handle);
-    const void *device = handle->device;
-    QVERIFY(device);
-    QCOMPARE(manager.getPortHandle(vendor, product)->device, device); // stays open
-    QVERIFY(!manager.getPortHandle(vendor, product + 1)->device);
-    manager.ReOpen(vendor, product);
-    QVERIFY(m_guard->messages().constLast().startsWith(QStringLiteral("ReOpen 0x")));
-    manager.timerProc(); // ticks are for serial ports
-    QVERIFY(handle->device);
-    for (int twice = 0; twice < 2; ++twice) {
-        manager.Close(vendor, product);
-        QVERIFY(!handle->device);
-    }
-    QVERIFY(manager.getPortHandle(vendor, product)->device);
-    unplug();
-    manager.ReOpen(vendor, product);
-    QVERIFY(!handle->device);
-}
-
-void tst_Hid::namesDoNotMix()
-{
-    PortManage manager;
-    QVERIFY(manager.getPortHandle(vendor, product));
-    const QString name = QStringLiteral("1637.20833");
-    QVERIFY(!manager.getPortHandle(name));
-    manager.ReOpen(name);
-    manager.Close(name);
-    QVERIFY(manager.getPortHandle(QStringLiteral("1637.1")));
-    QVERIFY(!manager.getPortHandle(vendor, 1));
-    manager.ReOpen(vendor, 1);
-    manager.Close(vendor, 1);
-}
 
 QTEST_GUILESS_MAIN(tst_Hid)
 #include "tst_hid.moc"

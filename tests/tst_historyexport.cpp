@@ -1,66 +1,9 @@
 #include "client/historytexts.h"
 #include "client/tavoclient.h"
-#include "warningguard.h"
-
-#include <QBuffer>
-#include <QRandomGenerator>
-#include <QTemporaryDir>
-#include <QtTest>
+#include "guardedtest.h"
 
 #include <csignal>
 #include <sys/resource.h>
-
-/** The history export against a plain conversion of whole lines, written for this test. */
-class tst_HistoryExport : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void init();
-    void cleanup();
-    void againstReference_data();
-    void againstReference();
-    void randomBytes();
-    void targets();
-    void missingSource();
-    void millionRecords();
-
-private:
-    static bool write(const QString &path, const QByteArray &content);
-    static QByteArray read(const QString &path);
-    static QByteArray reference(QByteArray source);
-    QByteArray exported(const QByteArray &source);
-
-    std::unique_ptr<QTemporaryDir> m_directory;
-    std::unique_ptr<WarningGuard> m_guard;
-    tavoClient m_client;
-};
-
-void tst_HistoryExport::init()
-{
-    m_directory = std::make_unique<QTemporaryDir>();
-    QVERIFY(QDir::setCurrent(m_directory->path()));
-    m_guard = std::make_unique<WarningGuard>();
-}
-
-void tst_HistoryExport::cleanup()
-{
-    const QStringList unexpected = m_guard->unexpected();
-    m_guard.reset();
-    QCOMPARE(unexpected, QStringList());
-}
-
-bool tst_HistoryExport::write(const QString &path, const QByteArray &content)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
-}
-
-QByteArray tst_HistoryExport::read(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(cannot be read)");
-}
 
 template <size_t N> static QString word(const HistoryTextRow (&rows)[N], const QString &code)
 {
@@ -71,34 +14,122 @@ template <size_t N> static QString word(const HistoryTextRow (&rows)[N], const Q
     return {};
 }
 
-QByteArray tst_HistoryExport::reference(QByteArray source)
+/** The history export against a plain conversion of whole lines, written for this test. */
+class tst_HistoryExport : public GuardedTest
 {
-    QString out = QStringLiteral("ID,Content,Status,Time,History mode,\n");
-    QBuffer buffer(&source);
-    buffer.open(QIODevice::ReadOnly | QIODevice::Text);
-    while (!buffer.atEnd()) {
-        const QByteArray line = buffer.readLine();
-        const QStringList f = QString::fromLatin1(line.constData()).split(QLatin1Char(' '));
-        if (f.size() < 7)
-            continue;
-        const quint32 seconds = quint32(f[5].toUShort()) << 16 | f[4].toUShort();
-        const QTime clock = QTime(0, 0).addSecs(int(seconds % 86400));
-        out += QString::number(f[0].toLongLong(), 16) + ',' + word(historyContentRows, f[1]) + ','
-            + word(historyStatusRows, f[2]) + ',' + QString::number(f[3].toLongLong()) + ':'
-            + clock.toString(QStringLiteral("hh:mm:ss")) + ',' + word(historyModeRows, f[6])
-            + ",\n";
-    }
-    return out.toLocal8Bit();
-}
+    Q_OBJECT
 
-// Exports `source` and returns the target; checks that the source was emptied.
-QByteArray tst_HistoryExport::exported(const QByteArray &source)
-{
-    if (!write("history.txt", source) || !write("out.csv", {}))
-        return "(cannot be written)";
-    m_client.exportHistoryInfo("out.csv");
-    return read("history.txt").isEmpty() ? read("out.csv") : "(source not emptied)";
-}
+private slots:
+    void againstReference_data();
+
+    void againstReference()
+    {
+        QFETCH(QByteArray, source);
+        QCOMPARE(exported(source), reference(source));
+    }
+
+    void randomBytes()
+    {
+        auto *random = QRandomGenerator::global();
+        const QByteArray usual = "0123456789    \n\n-+\r\t";
+        for (int round = 0; round < 50; ++round) {
+            QByteArray source;
+            while (source.size() < 20000) {
+                const bool odd = random->bounded(50) == 0;
+                source +=
+                    odd ? char(random->bounded(256)) : usual.at(random->bounded(usual.size()));
+            }
+            const QByteArray expected = reference(source);
+            QVERIFY2(exported(source) == expected, source.toHex());
+        }
+    }
+
+    void targets()
+    {
+        m_client.exportHistoryInfo("out.csv"); // there is no source
+        QCOMPARE(fileContents("out.csv"), reference({}));
+        const QByteArray source = "26 112 1 3 3725 0 4\n";
+        QVERIFY(QDir().mkdir("directory"));
+        for (const QString path : { "", "directory", "missing/out.csv" }) {
+            QVERIFY(writeFile("history.txt", source));
+            m_client.exportHistoryInfo(path);
+            QVERIFY2(fileContents("history.txt").isEmpty(), qPrintable(path));
+        }
+        QCOMPARE(m_guard->unexpected(), QStringList());
+
+        // A disk that is full in the middle: the old target stays, and the log tells.
+        m_guard->expect("exportHistoryInfo.*out.csv");
+        QVERIFY(writeFile("history.txt", source.repeated(100000)) && writeFile("out.csv", "old"));
+        rlimit before {};
+        QCOMPARE(getrlimit(RLIMIT_FSIZE, &before), 0);
+        const rlimit small { 100000, before.rlim_max };
+        const auto handler = signal(SIGXFSZ, SIG_IGN);
+        QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
+        m_client.exportHistoryInfo("out.csv");
+        QCOMPARE(setrlimit(RLIMIT_FSIZE, &before), 0);
+        signal(SIGXFSZ, handler);
+        QCOMPARE(fileContents("out.csv"), QByteArray("old"));
+        QVERIFY(fileContents("history.txt").isEmpty());
+        QVERIFY(m_guard->messages().join(' ').contains("out.csv"));
+        QCOMPARE(QDir().entryList(QDir::Files).size(), 2); // nothing half-written is left over
+    }
+
+    void millionRecords()
+    {
+        const QByteArray piece = QByteArray("26 112 1 3 3725 0 4\n").repeated(1000);
+        QFile source("history.txt");
+        QVERIFY(source.open(QIODevice::WriteOnly));
+        for (int i = 0; i < 1000; ++i)
+            QCOMPARE(source.write(piece), piece.size());
+        source.close();
+        rusage before {};
+        rusage after {};
+        getrusage(RUSAGE_SELF, &before);
+        m_client.exportHistoryInfo("out.csv");
+        getrusage(RUSAGE_SELF, &after);
+        const QByteArray line = "1a,The Start Time,Appear,3:01:02:05,grid mode,\n";
+        const qint64 header = reference({}).size();
+        QCOMPARE(QFileInfo("out.csv").size(), header + 1000000 * qint64(line.size()));
+#ifndef __SANITIZE_ADDRESS__ // which keeps freed memory
+        // The peak, in KiB, hardly moves: the 60 MB of text are never in memory.
+        QVERIFY2(after.ru_maxrss - before.ru_maxrss < 8 * 1024,
+                 qPrintable(QString::number(after.ru_maxrss - before.ru_maxrss)));
+#endif
+    }
+
+private:
+    static QByteArray reference(QByteArray source)
+    {
+        QString out = QStringLiteral("ID,Content,Status,Time,History mode,\n");
+        QBuffer buffer(&source);
+        buffer.open(QIODevice::ReadOnly | QIODevice::Text);
+        while (!buffer.atEnd()) {
+            const QByteArray line = buffer.readLine();
+            const QStringList f = QString::fromLatin1(line.constData()).split(QLatin1Char(' '));
+            if (f.size() < 7)
+                continue;
+            const quint32 seconds = quint32(f[5].toUShort()) << 16 | f[4].toUShort();
+            const QTime clock = QTime(0, 0).addSecs(int(seconds % 86400));
+            out += QString::number(f[0].toLongLong(), 16) + ',' + word(historyContentRows, f[1])
+                + ',' + word(historyStatusRows, f[2]) + ',' + QString::number(f[3].toLongLong())
+                + ':' + clock.toString(QStringLiteral("hh:mm:ss")) + ','
+                + word(historyModeRows, f[6]) + ",\n";
+        }
+        return out.toLocal8Bit();
+    }
+
+    // Exports `source` and returns the target; checks that the source was emptied.
+    QByteArray exported(const QByteArray &source)
+    {
+        if (!writeFile("history.txt", source) || !writeFile("out.csv", {}))
+            return "(cannot be written)";
+        m_client.exportHistoryInfo("out.csv");
+        return fileContents("history.txt").isEmpty() ? fileContents("out.csv")
+                                                     : "(source not emptied)";
+    }
+
+    tavoClient m_client;
+};
 
 // clang-format off
 void tst_HistoryExport::againstReference_data()
@@ -131,85 +162,6 @@ void tst_HistoryExport::againstReference_data()
     QTest::newRow("megabyte in the eighth field") << "1 16 1 1 1 1 1 " + QByteArray(1 << 20, 'x') + '\n' + good;
 }
 // clang-format on
-
-void tst_HistoryExport::againstReference()
-{
-    QFETCH(QByteArray, source);
-    QCOMPARE(exported(source), reference(source));
-}
-
-void tst_HistoryExport::randomBytes()
-{
-    auto *random = QRandomGenerator::global();
-    const QByteArray usual = "0123456789    \n\n-+\r\t";
-    for (int round = 0; round < 50; ++round) {
-        QByteArray source;
-        while (source.size() < 20000) {
-            const bool odd = random->bounded(50) == 0;
-            source += odd ? char(random->bounded(256)) : usual.at(random->bounded(usual.size()));
-        }
-        const QByteArray expected = reference(source);
-        QVERIFY2(exported(source) == expected, source.toHex());
-    }
-}
-
-void tst_HistoryExport::targets()
-{
-    const QByteArray source = "26 112 1 3 3725 0 4\n";
-    QVERIFY(QDir().mkdir("directory"));
-    for (const QString path : { "", "directory", "missing/out.csv" }) {
-        QVERIFY(write("history.txt", source));
-        m_client.exportHistoryInfo(path);
-        QVERIFY2(read("history.txt").isEmpty(), qPrintable(path));
-    }
-    QCOMPARE(m_guard->unexpected(), QStringList());
-
-    // A disk that is full in the middle: the old target stays, and the log tells.
-    m_guard->expect("exportHistoryInfo.*out.csv");
-    QVERIFY(write("history.txt", source.repeated(100000)) && write("out.csv", "old"));
-    rlimit before {};
-    QCOMPARE(getrlimit(RLIMIT_FSIZE, &before), 0);
-    const rlimit small { 100000, before.rlim_max };
-    const auto handler = signal(SIGXFSZ, SIG_IGN);
-    QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
-    m_client.exportHistoryInfo("out.csv");
-    QCOMPARE(setrlimit(RLIMIT_FSIZE, &before), 0);
-    signal(SIGXFSZ, handler);
-    QCOMPARE(read("out.csv"), QByteArray("old"));
-    QVERIFY(read("history.txt").isEmpty());
-    QVERIFY(m_guard->messages().join(' ').contains("out.csv"));
-    QCOMPARE(QDir().entryList(QDir::Files).size(), 2); // nothing half-written is left over
-}
-
-void tst_HistoryExport::missingSource()
-{
-    m_client.exportHistoryInfo("out.csv");
-    QCOMPARE(read("out.csv"), reference({}));
-    QVERIFY(QFile::exists("history.txt"));
-}
-
-void tst_HistoryExport::millionRecords()
-{
-    const QByteArray piece = QByteArray("26 112 1 3 3725 0 4\n").repeated(1000);
-    QFile source("history.txt");
-    QVERIFY(source.open(QIODevice::WriteOnly));
-    for (int i = 0; i < 1000; ++i)
-        QCOMPARE(source.write(piece), piece.size());
-    source.close();
-    rusage before {};
-    rusage after {};
-    getrusage(RUSAGE_SELF, &before);
-    m_client.exportHistoryInfo("out.csv");
-    getrusage(RUSAGE_SELF, &after);
-    const QByteArray line = "1a,The Start Time,Appear,3:01:02:05,grid mode,\n";
-    const qint64 header = reference({}).size();
-    QCOMPARE(QFileInfo("out.csv").size(), header + 1000000 * qint64(line.size()));
-#ifndef __SANITIZE_ADDRESS__ // which keeps freed memory
-    // The peak, in KiB, hardly moves: the 60 MB of text are never in memory.
-    QVERIFY2(after.ru_maxrss - before.ru_maxrss < 8 * 1024,
-             qPrintable(QString::number(after.ru_maxrss - before.ru_maxrss)));
-#endif
-}
 
 QTEST_GUILESS_MAIN(tst_HistoryExport)
 #include "tst_historyexport.moc"

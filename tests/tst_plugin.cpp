@@ -1,7 +1,7 @@
-#include <QCoreApplication>
-#include <QFile>
+#include "plugin/collectthread.h"
+#include "plugin/collectview.h"
+
 #include <QPluginLoader>
-#include <QProcess>
 #include <QtTest>
 
 /** The plug-in as a file: metadata, instance and the symbols that host and driver bind to. */
@@ -10,66 +10,85 @@ class tst_Plugin : public QObject
     Q_OBJECT
 
 private slots:
-    void metadata();
-    void oneInstance();
-    void exportedSymbols();
-};
-
-void tst_Plugin::metadata()
-{
-    const QPluginLoader loader(QStringLiteral(PLUGIN_FILE));
-    const QJsonObject metaData = loader.metaData();
-    QCOMPARE(metaData.value("IID").toString(), QStringLiteral("com.orva.Qt.ProInterface"));
-    QCOMPARE(metaData.value("className").toString(), QStringLiteral("tavoClient"));
-    QCOMPARE(metaData.value("MetaData").toObject(), QJsonObject());
+    void metadata()
+    {
+        const QPluginLoader loader(PLUGIN_FILE);
+        const QJsonObject metaData = loader.metaData();
+        QCOMPARE(metaData.value("IID").toString(), "com.orva.Qt.ProInterface");
+        QCOMPARE(metaData.value("className").toString(), "tavoClient");
+        QCOMPARE(metaData.value("MetaData").toObject(), QJsonObject());
 #ifdef QT_NO_DEBUG
-    QCOMPARE(metaData.value("debug").toBool(true), false);
+        QCOMPARE(metaData.value("debug").toBool(true), false);
 #endif
-}
-
-void tst_Plugin::oneInstance()
-{
-    QPluginLoader loader(QStringLiteral(PLUGIN_FILE));
-    QObject *first = loader.instance();
-    QVERIFY2(first, qPrintable(loader.errorString()));
-    QCOMPARE(first->metaObject()->className(), "tavoClient");
-    QCOMPARE(QPluginLoader(QStringLiteral(PLUGIN_FILE)).instance(), first);
-}
-
-void tst_Plugin::exportedSymbols()
-{
-    // Only hidapi's names are a pattern in the list; every other name is one symbol.
-    QFile list(QStringLiteral(EXPORT_LIST));
-    QVERIFY(list.open(QIODevice::ReadOnly));
-    QStringList expected;
-    for (const QByteArray &line : list.readAll().split('\n')) {
-        const QByteArray name = line.trimmed();
-        if (name.endsWith(';') && !name.contains('*') && !name.startsWith('}'))
-            expected << QString::fromLatin1(name.chopped(1));
     }
-    expected.sort();
 
-    QProcess nm;
-    nm.start(
-        QStringLiteral("nm"),
-        { QStringLiteral("-D"), QStringLiteral("--defined-only"), QStringLiteral(PLUGIN_FILE) });
-    QVERIFY(nm.waitForFinished());
-    QCOMPARE(nm.exitCode(), 0);
-    QStringList plain;
-    QStringList hid;
-    for (const QByteArray &line : nm.readAllStandardOutput().split('\n')) {
-        const QString name = QString::fromLatin1(line.mid(line.lastIndexOf(' ') + 1));
-        if (name.startsWith(QLatin1String("hid_")))
-            hid << name;
-        else if (!name.isEmpty())
-            plain << name;
+    void oneInstance()
+    {
+        QPluginLoader loader(PLUGIN_FILE);
+        QObject *first = loader.instance();
+        QVERIFY2(first, qPrintable(loader.errorString()));
+        QCOMPARE(first->metaObject()->className(), "tavoClient");
+        QCOMPARE(QPluginLoader(PLUGIN_FILE).instance(), first);
     }
-    plain.sort();
-    QCOMPARE(plain, expected);
-    for (const char *name : { "hid_init", "hid_open", "hid_close", "hid_read_timeout", "hid_write",
-                              "hid_set_nonblocking", "hid_enumerate" })
-        QVERIFY2(hid.contains(QLatin1String(name)), name);
-}
+
+    void exportedSymbols()
+    {
+        // Only hidapi's names are a pattern in the list; every other name is one symbol.
+        QFile list(EXPORT_LIST);
+        QVERIFY(list.open(QIODevice::ReadOnly));
+        QStringList expected;
+        for (const QByteArray &line : list.readAll().split('\n')) {
+            const QByteArray name = line.trimmed();
+            if (name.endsWith(';') && !name.contains('*') && !name.startsWith('}'))
+                expected << QString::fromLatin1(name.chopped(1));
+        }
+        expected.sort();
+
+        QProcess nm;
+        nm.start("nm", { "-D", "--defined-only", PLUGIN_FILE });
+        QVERIFY(nm.waitForFinished());
+        QCOMPARE(nm.exitCode(), 0);
+        QStringList plain;
+        QStringList hid;
+        for (const QByteArray &line : nm.readAllStandardOutput().split('\n')) {
+            const QString name = QString::fromLatin1(line.mid(line.lastIndexOf(' ') + 1));
+            if (name.startsWith(QLatin1String("hid_")))
+                hid << name;
+            else if (!name.isEmpty())
+                plain << name;
+        }
+        plain.sort();
+        QCOMPARE(plain, expected);
+        for (const char *name : { "hid_init", "hid_open", "hid_close", "hid_read_timeout",
+                                  "hid_write", "hid_set_nonblocking", "hid_enumerate" })
+            QVERIFY2(hid.contains(QLatin1String(name)), name);
+    }
+
+    void methodOrder()
+    {
+        const QPair<const QMetaObject *, QStringList> rows[] = {
+            { &CollectThread::staticMetaObject,
+              { "postDEvent(int,QMap<QString,QVariant>)", "control(int,QString)",
+                "getDataLogDesc()", "changeLogData(QMap<int,QVariant>)", "getEventLogDesc()",
+                "getView()", "loadConfig()", "create(void*)", "release(CollectThread*)",
+                "setPortHandle(void*)", "flushUpsInfoSLot(QString,QVariant)", "poll()",
+                "getWorkState()" } },
+            { &CollectView::staticMetaObject,
+              { "postDEvent(int,QMap<QString,QVariant>)", "setName(QString)", "setLanguage(int)",
+                "refreshData()", "refreshLayout()", "flushData(QMap<int,QVariant>)",
+                "flushUpsInfo(QString,QVariant)", "setUserInfo(QString,int)",
+                "control(int,QString)" } }
+        };
+        for (const auto &[meta, expected] : rows) {
+            QCOMPARE(meta->methodCount() - meta->methodOffset(), expected.size());
+            for (int i = 0; i < expected.size(); ++i) {
+                // Looked up as a string-based connect does it: the position is found by the text.
+                const int index = meta->indexOfMethod(expected.at(i).toLatin1().constData());
+                QVERIFY2(index == meta->methodOffset() + i, qPrintable(expected.at(i)));
+            }
+        }
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_Plugin)
 #include "tst_plugin.moc"

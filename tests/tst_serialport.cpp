@@ -4,9 +4,6 @@
 #include "guardedtest.h"
 #include "ptypair.h"
 
-#include <QElapsedTimer>
-#include <QFileInfo>
-
 #include <dlfcn.h>
 
 static termios asked; // what the port asked for last
@@ -32,235 +29,195 @@ class tst_SerialPort : public GuardedTest
     Q_OBJECT
 
 private slots:
-    void settings();
-    void refusedSettings();
-    void setters();
-    void onlyTerminalsAreOpened();
-    void readsWhatIsThere();
-    void timeouts();
-    void trafficLog();
-    void rotation();
-    void unplugAndReplug();
-    void unLockOfAFreePortLocksIt();
-};
-
-void tst_SerialPort::settings()
-{
-    const struct
+    void settings()
     {
-        const char *text;
-        speed_t speed;
-        tcflag_t flags;
-    } rows[] = { { "9600,n,8,1", B9600, CS8 },
-                 { "12#3#0#0", B9600, CS8 },
-                 { "10#2#1#1", B2400, CS7 | PARENB | PARODD | CSTOPB },
-                 { "19200,E,7,2", B19200, CS7 | PARENB | CSTOPB },
-                 { "115200,s,7,1", B115200, CS8 }, // the space is a data bit
-                 { "9601,n,5,1", B50, CS5 } };
-    m_guard->expect(QStringLiteral("does not support 50 baud operation\\.$"));
-    for (const auto &row : rows) {
-        PtyPair line;
-        SerialPort port;
-        QVERIFY(port.CommOpen(line.name(), QString::fromLatin1(row.text), 700));
-        QCOMPARE(port.getPortSettings(), QString::fromLatin1(row.text));
-        for (int opened = 0; opened < 2; ++opened) {
-            const termios set = line.settings();
-            QCOMPARE(cfgetospeed(&set), row.speed);
-            QCOMPARE(asked.c_cflag & frameFlags, row.flags);
-            QCOMPARE(set.c_cflag & (CREAD | CLOCAL | CRTSCTS), tcflag_t(CREAD | CLOCAL));
-            QCOMPARE(set.c_iflag & (ICRNL | ISTRIP | IXON | IXOFF | IXANY), tcflag_t(0));
-            QCOMPARE(set.c_lflag & (ICANON | ECHO | ISIG), tcflag_t(0));
-            QCOMPARE(set.c_oflag & OPOST, tcflag_t(0));
-            QCOMPARE(set.c_cc[VMIN] * 256 + set.c_cc[VTIME], 7);
-            QVERIFY(port.ReOpen());
+        const struct
+        {
+            const char *text;
+            speed_t speed;
+            tcflag_t flags;
+        } rows[] = { { "9600,n,8,1", B9600, CS8 },
+                     { "12#3#0#0", B9600, CS8 },
+                     { "10#2#1#1", B2400, CS7 | PARENB | PARODD | CSTOPB },
+                     { "19200,E,7,2", B19200, CS7 | PARENB | CSTOPB },
+                     { "115200,s,7,1", B115200, CS8 }, // the space is a data bit
+                     { "9601,n,5,1", B50, CS5 } };
+        m_guard->expect(QStringLiteral("does not support 50 baud operation\\.$"));
+        for (const auto &row : rows) {
+            PtyPair line;
+            SerialPort port;
+            QVERIFY(port.CommOpen(line.name(), QString::fromLatin1(row.text), 700));
+            QCOMPARE(port.getPortSettings(), QString::fromLatin1(row.text));
+            for (int opened = 0; opened < 2; ++opened) {
+                const termios set = line.settings();
+                QCOMPARE(cfgetospeed(&set), row.speed);
+                QCOMPARE(asked.c_cflag & frameFlags, row.flags);
+                QCOMPARE(set.c_cflag & (CREAD | CLOCAL | CRTSCTS), tcflag_t(CREAD | CLOCAL));
+                QCOMPARE(set.c_iflag & (ICRNL | ISTRIP | IXON | IXOFF | IXANY), tcflag_t(0));
+                QCOMPARE(set.c_lflag & (ICANON | ECHO | ISIG), tcflag_t(0));
+                QCOMPARE(set.c_oflag & OPOST, tcflag_t(0));
+                QCOMPARE(set.c_cc[VMIN] * 256 + set.c_cc[VTIME], 7);
+                QVERIFY(port.ReOpen());
+            }
         }
     }
-}
 
-void tst_SerialPort::refusedSettings()
-{
-    const struct
+    void refusedSettings()
     {
-        const char *text;
-        const char *message;
-    } rows[] = { { "9600,x,8,1", "parity error! \"x\"" },
-                 { "9600,n,9,1", "dataBits error! \"9\"" },
-                 { "9600,n,8,3", "stopBits error! \"3\"" },
-                 { "9600,n,8", "CommOpen    error settings 9600,n,8" },
-                 { "\xc2\xb5", "CommOpen    error settings \xc2\xb5" },
-                 { "99#3#0#0", "CommOpen    error settings 99#3#0#0" },
-                 { "", "CommOpen    serial settings is null" } };
-    PtyPair line;
-    for (const auto &row : rows) {
-        SerialPort port;
-        QVERIFY(!port.CommOpen(line.name(), QString::fromUtf8(row.text), 700));
-        QVERIFY(!port.isOpen());
-        QCOMPARE(m_guard->messages().constLast().trimmed(), QString::fromUtf8(row.message));
+        const struct
+        {
+            const char *text;
+            const char *message;
+        } rows[] = { { "9600,x,8,1", "parity error! \"x\"" },
+                     { "9600,n,9,1", "dataBits error! \"9\"" },
+                     { "9600,n,8,3", "stopBits error! \"3\"" },
+                     { "9600,n,8", "CommOpen    error settings 9600,n,8" },
+                     { "\xc2\xb5", "CommOpen    error settings \xc2\xb5" },
+                     { "99#3#0#0", "CommOpen    error settings 99#3#0#0" },
+                     { "", "CommOpen    serial settings is null" } };
+        PtyPair line;
+        for (const auto &row : rows) {
+            SerialPort port;
+            QVERIFY(!port.CommOpen(line.name(), QString::fromUtf8(row.text), 700));
+            QVERIFY(!port.isOpen());
+            QCOMPARE(m_guard->messages().constLast().trimmed(), QString::fromUtf8(row.message));
+        }
     }
-}
 
-// Substituted and conflicting settings, one after the other on an open port.
-void tst_SerialPort::setters()
-{
-    const struct
+    void unLockOfAFreePortLocksIt()
     {
-        void (*call)(SerialPort &port);
-        speed_t speed;
-        tcflag_t flags;
-        int warnings;
-        const char *end; // of the last warning
-    } rows[] = {
-        // clang-format off
-        { [](SerialPort &p) { p.setBaudRate(Baud56000); },   B300,    CS8 | PARENB | CSTOPB, 0, "" },
-        { [](SerialPort &p) { p.setBaudRate(Baud76800); },   B57600,  CS8 | PARENB | CSTOPB, 2, "76800 baud support.  Switching to 57600 baud." },
-        { [](SerialPort &p) { p.setDataBits(Data5); },       B57600, CS8 | PARENB | CSTOPB, 1, ": 5 Data bits cannot be used with 2 stop bits." },
-        { [](SerialPort &p) { p.setParity(ParitySpace); },   B57600, CS8 | PARENB | CSTOPB, 1, ":  Space parity is only supported in POSIX with 7 or fewer data bits" },
-        { [](SerialPort &p) { p.setParity(ParityMark); },    B57600, CS8 | PARENB | CSTOPB, 1, ": Mark parity is not supported by POSIX." },
-        { [](SerialPort &p) { p.setStopBits(Stop1_5); },     B57600, CS8 | PARENB | CSTOPB, 1, ": 1.5 stop bit operation is not supported by POSIX." },
-        { [](SerialPort &p) { p.setDataBits(Data6); },       B57600, CS8 | PARENB | CSTOPB, 1, ": 6 Data bits cannot be used with 1.5 stop bits." },
-        { [](SerialPort &p) { p.setStopBits(Stop1); },       B57600, CS8 | PARENB,          0, "" },
-        { [](SerialPort &p) { p.setDataBits(Data5); },       B57600, CS5 | PARENB,          0, "" },
-        { [](SerialPort &p) { p.setStopBits(Stop2); },       B57600, CS5 | PARENB,          1, ": 2 stop bits cannot be used with 5 data bits" },
-        // clang-format on
-    };
-    m_guard->expect(QStringLiteral("^Posix_QextSerialPort"));
-    PtyPair line;
-    SerialPort port;
-    QVERIFY(port.CommOpen(line.name(), QStringLiteral("300,e,8,2"), 100));
-    for (const auto &row : rows) {
-        const int before = m_guard->messages().size();
-        row.call(port);
-        QCOMPARE(m_guard->messages().size(), before + row.warnings);
-        QVERIFY2(m_guard->messages().constLast().endsWith(QString::fromLatin1(row.end)), row.end);
-        QCOMPARE(cfgetospeed(&asked), row.speed);
-        QCOMPARE(asked.c_cflag & frameFlags, row.flags);
-    }
-}
-
-void tst_SerialPort::onlyTerminalsAreOpened()
-{
-    QVERIFY(writeFile("letter", {}));
-    for (const char *name : { "letter", ".", "absent", "" }) {
         SerialPort port;
-        QVERIFY(!port.CommOpen(QString::fromLatin1(name), plain, 100) && !port.isOpen());
-        QCOMPARE(m_guard->messages().constLast(),
-                 QStringLiteral("[CommOpen]    open serial error!"));
+        port.Lock();
+        port.UnLock();
+        port.UnLock();
+        QVERIFY(!port.mutex->tryLock());
+        port.UnLock();
     }
-}
 
-void tst_SerialPort::readsWhatIsThere()
-{
-    PtyPair line;
-    SerialPort port;
-    QVERIFY(port.CommOpen(line.name(), plain, 2000));
-    // Every byte value passes, those that mean something to a terminal included.
-    QByteArray all(256, Qt::Uninitialized);
-    std::iota(all.begin(), all.end(), char(0));
-    line.send(all);
-    QTRY_COMPARE(port.size(), 256);
-    QCOMPARE(port.bytesAvailable(), 256);
-    QElapsedTimer clock;
-    clock.start();
-    QCOMPARE(port.readData(4096), all);
-    QVERIFY(clock.elapsed() < noticeable);
-    QCOMPARE(port.writeData(all.constData(), all.size()), 256);
-    QCOMPARE(line.receive(256), all);
-}
-
-void tst_SerialPort::timeouts()
-{
-    PtyPair line;
-    SerialPort port;
-    QVERIFY(port.CommOpen(line.name(), plain, 390));
-    char byte = 0;
-    QElapsedTimer clock;
-    clock.start();
-    QCOMPARE(port.readData(&byte, 1), 0);
-    QVERIFY(clock.elapsed() >= 290 && clock.elapsed() < 1500);
-    clock.restart();
-    QCOMPARE(port.bytesAvailable(), -1); // 390 microseconds
-    QVERIFY(clock.elapsed() < noticeable);
-    QCOMPARE(port.lastError(), ulong(SerialPort::TimedOut));
-    port.setTimeout(30000);
-    QCOMPARE(int(line.settings().c_cc[VTIME]), 44);
-}
-
-void tst_SerialPort::trafficLog()
-{
-    PtyPair line(path("ttyLOG"));
-    SerialPort port;
-    QVERIFY(port.CommOpen(line.name(), plain, 1000));
-    QCOMPARE(port.writeData("\x01\xff", 2), 2);
-    line.send(QByteArray("\x00\x7f", 2));
-    QCOMPARE(port.readData(10).size(), 2);
-    const QRegularExpression lines(
-        QStringLiteral("^(\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3}) send: 01 ff \n"
-                       "\\S+ \\S+ recv: 00 7f \n$"));
-    const QByteArray log = fileContents(QStringLiteral("log_ttyLOG.log"));
-    const auto match = lines.match(QString::fromUtf8(log));
-    QVERIFY2(match.hasMatch(), log.constData());
-    const auto format = QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz");
-    const auto time = QDateTime::fromString(match.captured(1), format);
-    QVERIFY(qAbs(time.msecsTo(QDateTime::currentDateTime())) < 60'000);
-    // Whoever moves the log away finds the next line in a new one.
-    QVERIFY(QFile::rename(QStringLiteral("log_ttyLOG.log"), QStringLiteral("moved.log")));
-    QCOMPARE(port.writeData("m", 1), 1);
-    QVERIFY(contents(QStringLiteral("log_ttyLOG.log")).endsWith("send: 6d \n"));
-    QCOMPARE(contents(QStringLiteral("moved.log")), log);
-}
-
-void tst_SerialPort::rotation()
-{
-    PtyPair line(path("ttyROT"));
-    SerialPort port;
-    QVERIFY(port.CommOpen(line.name(), plain, 1000));
-    const QString log = QStringLiteral("log_ttyROT.log");
-    const int lineLength = 34;
-    for (const char *last : { "d", "e" }) {
-        QFile(log).open(QIODevice::WriteOnly);
-        QVERIFY(QFile::resize(log, 5'242'880 - lineLength));
-        QVERIFY(port.writeData("c", 1) == 1);
-        QCOMPARE(QFileInfo(log).size(), 5'242'880); // not above the limit yet
-        QVERIFY(port.writeData(last, 1) == 1);
-        QVERIFY(!QFile::exists(log));
-        // The first one stays.
-        QVERIFY(fileContents(log + QStringLiteral(".bak.log")).endsWith("send: 64 \n"));
+    // Substituted and conflicting settings, one after the other on an open port.
+    void setters()
+    {
+        const struct
+        {
+            void (*call)(SerialPort &port);
+            speed_t speed;
+            tcflag_t flags;
+            int warnings;
+            const char *end; // of the last warning
+        } rows[] = {
+            // clang-format off
+            { [](SerialPort &p) { p.setBaudRate(Baud56000); },   B300,    CS8 | PARENB | CSTOPB, 0, "" },
+            { [](SerialPort &p) { p.setBaudRate(Baud76800); },   B57600,  CS8 | PARENB | CSTOPB, 2, "76800 baud support.  Switching to 57600 baud." },
+            { [](SerialPort &p) { p.setDataBits(Data5); },       B57600, CS8 | PARENB | CSTOPB, 1, ": 5 Data bits cannot be used with 2 stop bits." },
+            { [](SerialPort &p) { p.setParity(ParitySpace); },   B57600, CS8 | PARENB | CSTOPB, 1, ":  Space parity is only supported in POSIX with 7 or fewer data bits" },
+            { [](SerialPort &p) { p.setParity(ParityMark); },    B57600, CS8 | PARENB | CSTOPB, 1, ": Mark parity is not supported by POSIX." },
+            { [](SerialPort &p) { p.setStopBits(Stop1_5); },     B57600, CS8 | PARENB | CSTOPB, 1, ": 1.5 stop bit operation is not supported by POSIX." },
+            { [](SerialPort &p) { p.setDataBits(Data6); },       B57600, CS8 | PARENB | CSTOPB, 1, ": 6 Data bits cannot be used with 1.5 stop bits." },
+            { [](SerialPort &p) { p.setStopBits(Stop1); },       B57600, CS8 | PARENB,          0, "" },
+            { [](SerialPort &p) { p.setDataBits(Data5); },       B57600, CS5 | PARENB,          0, "" },
+            { [](SerialPort &p) { p.setStopBits(Stop2); },       B57600, CS5 | PARENB,          1, ": 2 stop bits cannot be used with 5 data bits" },
+            // clang-format on
+        };
+        m_guard->expect(QStringLiteral("^Posix_QextSerialPort"));
+        PtyPair line;
+        SerialPort port;
+        QVERIFY(port.CommOpen(line.name(), QStringLiteral("300,e,8,2"), 100));
+        for (const auto &row : rows) {
+            const int before = m_guard->messages().size();
+            row.call(port);
+            QCOMPARE(m_guard->messages().size(), before + row.warnings);
+            QVERIFY2(m_guard->messages().constLast().endsWith(QString::fromLatin1(row.end)),
+                     row.end);
+            QCOMPARE(cfgetospeed(&asked), row.speed);
+            QCOMPARE(asked.c_cflag & frameFlags, row.flags);
+        }
     }
-    QCOMPARE(m_guard->messages().constLast(), QStringLiteral("\"Destination file exists\""));
-}
 
-void tst_SerialPort::unplugAndReplug()
-{
-    PtyPair line(path("ttyUSB0"));
-    SerialPort port;
-    QVERIFY(port.CommOpen(line.name(), plain, 2000));
-    line.unplug();
-    char byte = 0;
-    QElapsedTimer clock;
-    clock.start();
-    QVERIFY(port.readData(&byte, 1) <= 0);
-    QVERIFY(port.isHungUp());
-    QCOMPARE(port.writeData(&byte, 1), -1);
-    QCOMPARE(port.lastError(), ulong(SerialPort::WriteFailed));
-    QVERIFY(clock.elapsed() < noticeable);
-    QVERIFY(!port.ReOpen());
-    QCOMPARE(port.readData(&byte, 1) + port.writeData(&byte, 1), -2);
-    line.plug();
-    QVERIFY(port.ReOpen());
-    QVERIFY(!port.isHungUp());
-    line.send("x");
-    QCOMPARE(port.readData(1), QByteArray("x"));
-}
+    void onlyTerminalsAreOpened()
+    {
+        QVERIFY(writeFile("letter", {}));
+        for (const char *name : { "letter", ".", "absent", "" }) {
+            SerialPort port;
+            QVERIFY(!port.CommOpen(QString::fromLatin1(name), plain, 100) && !port.isOpen());
+            QCOMPARE(m_guard->messages().constLast(),
+                     QStringLiteral("[CommOpen]    open serial error!"));
+        }
+    }
 
-void tst_SerialPort::unLockOfAFreePortLocksIt()
-{
-    SerialPort port;
-    port.Lock();
-    port.UnLock();
-    port.UnLock();
-    QVERIFY(!port.mutex->tryLock());
-    port.UnLock();
-}
+    void readsWhatIsThere()
+    {
+        PtyPair line;
+        SerialPort port;
+        QVERIFY(port.CommOpen(line.name(), plain, 2000));
+        // Every byte value passes, those that mean something to a terminal included.
+        QByteArray all(256, Qt::Uninitialized);
+        std::iota(all.begin(), all.end(), char(0));
+        line.send(all);
+        QTRY_COMPARE(port.size(), 256);
+        QCOMPARE(port.bytesAvailable(), 256);
+        Stopwatch clock;
+        QCOMPARE(port.readData(4096), all);
+        QVERIFY(clock.elapsed() < noticeable);
+        QCOMPARE(port.writeData(all.constData(), all.size()), 256);
+        QCOMPARE(line.receive(256), all);
+    }
+
+    void timeouts()
+    {
+        PtyPair line;
+        SerialPort port;
+        QVERIFY(port.CommOpen(line.name(), plain, 390));
+        char byte = 0;
+        Stopwatch clock;
+        QCOMPARE(port.readData(&byte, 1), 0);
+        QVERIFY(clock.elapsed() >= 290 && clock.elapsed() < 1500);
+        clock.restart();
+        QCOMPARE(port.bytesAvailable(), -1); // 390 microseconds
+        QVERIFY(clock.elapsed() < noticeable);
+        QCOMPARE(port.lastError(), ulong(SerialPort::TimedOut));
+        port.setTimeout(30000);
+        QCOMPARE(int(line.settings().c_cc[VTIME]), 44);
+    }
+
+    void trafficLog()
+    {
+        PtyPair line(path("ttyLOG"));
+        SerialPort port;
+        QVERIFY(port.CommOpen(line.name(), plain, 1000));
+        QCOMPARE(port.writeData("\x01\xff", 2), 2);
+        line.send(QByteArray("\x00\x7f", 2));
+        QCOMPARE(port.readData(10).size(), 2);
+        const QRegularExpression lines(
+            QStringLiteral("^(\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3}) send: 01 ff \n"
+                           "\\S+ \\S+ recv: 00 7f \n$"));
+        const QByteArray log = fileContents(QStringLiteral("log_ttyLOG.log"));
+        const auto match = lines.match(QString::fromUtf8(log));
+        QVERIFY2(match.hasMatch(), log.constData());
+        const auto format = QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz");
+        const auto time = QDateTime::fromString(match.captured(1), format);
+        QVERIFY(qAbs(time.msecsTo(QDateTime::currentDateTime())) < 60'000);
+    }
+
+    void rotation()
+    {
+        PtyPair line(path("ttyROT"));
+        SerialPort port;
+        QVERIFY(port.CommOpen(line.name(), plain, 1000));
+        const QString log = QStringLiteral("log_ttyROT.log");
+        const int lineLength = 34;
+        for (const char *last : { "d", "e" }) {
+            QFile(log).open(QIODevice::WriteOnly);
+            QVERIFY(QFile::resize(log, 5'242'880 - lineLength));
+            QVERIFY(port.writeData("c", 1) == 1);
+            QCOMPARE(QFileInfo(log).size(), 5'242'880); // not above the limit yet
+            QVERIFY(port.writeData(last, 1) == 1);
+            QVERIFY(!QFile::exists(log));
+            // The first one stays.
+            QVERIFY(fileContents(log + QStringLiteral(".bak.log")).endsWith("send: 64 \n"));
+        }
+        QCOMPARE(m_guard->messages().constLast(), QStringLiteral("\"Destination file exists\""));
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_SerialPort)
 #include "tst_serialport.moc"

@@ -6,7 +6,6 @@
 #include "support/exampleprogram.h"
 #include "support/guardedtest.h"
 
-#include <QFileInfo>
 #include <QLocalSocket>
 
 class tst_Service : public GuardedTest
@@ -14,244 +13,175 @@ class tst_Service : public GuardedTest
     Q_OBJECT
 
 private slots:
-    void init();
+    void init()
+    {
+        GuardedTest::init();
+        for (const char *variable : { "XDG_RUNTIME_DIR", "XDG_CONFIG_HOME" })
+            qputenv(variable, QFile::encodeName(path({})));
+        for (const char *variable : { "DBUS_SESSION_BUS_ADDRESS", "NOTIFY_SOCKET" })
+            qunsetenv(variable);
+        m_controller = std::make_unique<ServiceController>(serviceName);
+        m_controller->setScope(ServiceScope::User);
+    }
 
-    void commandLines();
-    void worksWithoutManager();
-    void hungCallback();
-    void oneInstance();
-    void crashLeavesNothing();
-    void liveSocketIsLeftAlone();
-    void unusableFolder();
-    void journalPriority();
-    void hostilePeers_data();
-    void hostilePeers();
-    void silentPeers();
-    void othersUnitFileIsLeftAlone();
-    void programThatNoUnitTakes();
+    void commandLines()
+    {
+        const struct
+        {
+            const char *switches;
+            int exitCode;
+            const char *output;
+        } rows[] = { { "-version", 0, "TesselServer 1.0" },
+                     { "-help", 0, "-uninstall" },
+                     { "-bogus", 2, "unknown switch \"-bogus\"" },
+                     { "-pause -resume", 2, "too many" },
+                     { "-command", 2, "needs a number" },
+                     { "-command x", 2, "needs a number" },
+                     { "", 1, "not supported" }, // starts it
+                     { "-terminate", 1, "not supported" },
+                     { "-install", 0, "not supported" },
+                     { "-install root", 1, "cannot have" }, // a user's service
+                     { "-uninstall", 0, "" },
+                     { "-uninstall", 1, "not installed" } };
+        for (const auto &row : rows) {
+            ExampleProgram program(words(row.switches));
+            QCOMPARE(program.exitCode(), row.exitCode);
+            QVERIFY2(program.output().contains(row.output), qPrintable(program.output()));
+        }
+    }
+
+    void worksWithoutManager()
+    {
+        ExampleProgram service(words("-exec"));
+        QVERIFY(service.prints("start"));
+        QVERIFY(m_controller->isRunning());
+        QVERIFY(!m_controller->isInstalled());
+        QVERIFY(m_controller->start());
+        QVERIFY(m_controller->unchanged());
+        QVERIFY(m_controller->pause());
+        QVERIFY(m_controller->pause());
+        QVERIFY(m_controller->unchanged());
+        QVERIFY(m_controller->sendCommand(5));
+        QVERIFY(service.prints("command 5"));
+        QVERIFY2(m_controller->stop(), qPrintable(m_controller->errorString()));
+        QCOMPARE(service.exitCode(), 0);
+        QVERIFY(!m_controller->stop());
+        QCOMPARE(m_controller->error(), ServiceError::NotSupported);
+        for (const int number : { SIGTERM, SIGINT }) {
+            ExampleProgram again(words("-exec"));
+            QVERIFY(again.prints("start"));
+            again.signal(number);
+            QVERIFY(again.prints("stop"));
+            QCOMPARE(again.exitCode(), 0);
+        }
+    }
+
+    void hungCallback()
+    {
+        ExampleProgram service(words("-exec -- hang"));
+        QVERIFY(service.prints("start"));
+        m_controller->setTimeLimit(std::chrono::milliseconds(200));
+        QVERIFY(!m_controller->sendCommand(13));
+        QCOMPARE(m_controller->error(), ServiceError::TimedOut);
+        QVERIFY(service.prints("command 13"));
+        QVERIFY(!m_controller->stop());
+        QCOMPARE(m_controller->error(), ServiceError::TimedOut);
+        service.signal(SIGTERM);
+        QCOMPARE(service.exitCode(), 6);
+    }
+
+    void oneInstance()
+    {
+        const QString socket = controlSocket(ServiceScope::User, serviceName);
+        {
+            ExampleProgram first(words("-exec"));
+            QVERIFY(first.prints("start"));
+            ExampleProgram second(words("-exec"));
+            QVERIFY(second.prints("already running"));
+            QCOMPARE(second.exitCode(), 4);
+            QVERIFY2(m_controller->pause(), qPrintable(m_controller->errorString()));
+        } // killed
+        QVERIFY(QFileInfo::exists(socket));
+        ExampleProgram next(words("-exec"));
+        QVERIFY(next.prints("start"));
+        QVERIFY2(m_controller->pause(), qPrintable(m_controller->errorString()));
+        QCOMPARE(QFile::permissions(socket) & QFile::Permissions(0x77), QFile::Permissions());
+    }
+
+    void unusableFolder()
+    {
+        QVERIFY(writeFile(serviceName, {}));
+        ExampleProgram service(words("-exec"));
+        QVERIFY(service.prints("cannot listen"));
+        QCOMPARE(service.exitCode(), 5);
+    }
+
+    void journalPriority()
+    {
+        constexpr char script[] =
+            "JOURNAL_STREAM=$(stat -L -c %d:%i /proc/self/fd/2) exec \"$0\" -user -exec -- fail";
+        QProcess shell;
+        shell.start("/bin/sh",
+                    words("-c")
+                        + QStringList { QLatin1String(script), QStringLiteral(EXAMPLE_SERVICE) });
+        QVERIFY(shell.waitForFinished());
+        QCOMPARE(shell.exitCode(), 3);
+        QCOMPARE(shell.readAllStandardError(),
+                 QByteArray("<6>start fail\n<3>TesselServer did not start.\n"));
+    }
+
+    void hostilePeers()
+    {
+        int calls = 0;
+        ControlServer server([&calls](const ControlRequest &) {
+            ++calls;
+            return ControlReply { true, QStringLiteral("two\nlines ") + QString(500, 'y') };
+        });
+        const QString socket = path("s");
+        QCOMPARE(server.listen(socket), ControlServer::Outcome::Listening);
+        for (const QByteArray &bytes :
+             { QByteArray("\n"), QByteArray("reboot\n"), QByteArray("pause 1\n"),
+               QByteArray("command\n"), QByteArray("command \n"),
+               QByteArray("command 99999999999\n"), QByteArray("pause\0x\n", 8),
+               QByteArray(1'000'000, 'x'), "command " + QByteArray(300, '0') + "1\n" }) {
+            QLocalSocket peer;
+            peer.connectToServer(socket);
+            peer.write(bytes);
+            QTRY_COMPARE(peer.state(), QLocalSocket::UnconnectedState);
+            QCOMPARE(calls, 0);
+        }
+        QLocalSocket honest;
+        honest.connectToServer(socket);
+        honest.write("pau");
+        honest.flush();
+        honest.write("se\ncommand -5\n");
+        QTRY_COMPARE(calls, 2);
+        QTRY_VERIFY(honest.bytesAvailable() == 2 * ControlLineLimit);
+        QVERIFY(honest.readLine().startsWith("ok two lines yyy"));
+    }
+
+    void othersUnitFileIsLeftAlone()
+    {
+        const QString folder = unitDirectory(ServiceScope::User);
+        QVERIFY(QDir().mkpath(folder));
+        const QString file = folder + '/' + unitName(serviceName);
+        QVERIFY(writeFile(file, "[Service]\n"));
+        QCOMPARE(ExampleProgram(words("-install")).exitCode(), 1);
+        QCOMPARE(ExampleProgram(words("-uninstall")).exitCode(), 1);
+        QCOMPARE(fileContents(file), QByteArray("[Service]\n"));
+    }
+
+    void programThatNoUnitTakes()
+    {
+        const QString program = path("a\"b");
+        QVERIFY(QFile::copy(EXAMPLE_SERVICE, program));
+        QCOMPARE(QProcess::execute(program, words("-user -install")), 1);
+        QVERIFY(!QFileInfo::exists(unitDirectory(ServiceScope::User)));
+    }
 
 private:
     std::unique_ptr<ServiceController> m_controller;
 };
-
-void tst_Service::init()
-{
-    GuardedTest::init();
-    for (const char *variable : { "XDG_RUNTIME_DIR", "XDG_CONFIG_HOME" })
-        qputenv(variable, QFile::encodeName(path({})));
-    for (const char *variable : { "DBUS_SESSION_BUS_ADDRESS", "NOTIFY_SOCKET" })
-        qunsetenv(variable);
-    m_controller = std::make_unique<ServiceController>(serviceName);
-    m_controller->setScope(ServiceScope::User);
-}
-
-void tst_Service::commandLines()
-{
-    const struct
-    {
-        const char *switches;
-        int exitCode;
-        const char *output;
-    } rows[] = { { "-version", 0, "TesselServer 1.0" },
-                 { "-help", 0, "-uninstall" },
-                 { "-bogus", 2, "unknown switch \"-bogus\"" },
-                 { "-pause -resume", 2, "too many" },
-                 { "-command", 2, "needs a number" },
-                 { "-command x", 2, "needs a number" },
-                 { "", 1, "not supported" }, // starts it
-                 { "-terminate", 1, "not supported" },
-                 { "-install", 0, "not supported" },
-                 { "-install root", 1, "cannot have" }, // a user's service
-                 { "-uninstall", 0, "" },
-                 { "-uninstall", 1, "not installed" } };
-    for (const auto &row : rows) {
-        ExampleProgram program(words(row.switches));
-        QCOMPARE(program.exitCode(), row.exitCode);
-        QVERIFY2(program.output().contains(row.output), qPrintable(program.output()));
-    }
-}
-
-void tst_Service::worksWithoutManager()
-{
-    ExampleProgram service(words("-exec"));
-    QVERIFY(service.prints("start"));
-    QVERIFY(m_controller->isRunning());
-    QVERIFY(!m_controller->isInstalled());
-    QVERIFY(m_controller->start());
-    QVERIFY(m_controller->unchanged());
-    QVERIFY(m_controller->pause());
-    QVERIFY(m_controller->pause());
-    QVERIFY(m_controller->unchanged());
-    QVERIFY(m_controller->sendCommand(5));
-    QVERIFY(service.prints("command 5"));
-    QVERIFY2(m_controller->stop(), qPrintable(m_controller->errorString()));
-    QCOMPARE(service.exitCode(), 0);
-    QVERIFY(!m_controller->stop());
-    QCOMPARE(m_controller->error(), ServiceError::NotSupported);
-    for (const int number : { SIGTERM, SIGINT }) {
-        ExampleProgram again(words("-exec"));
-        QVERIFY(again.prints("start"));
-        again.signal(number);
-        QVERIFY(again.prints("stop"));
-        QCOMPARE(again.exitCode(), 0);
-    }
-}
-
-void tst_Service::hungCallback()
-{
-    ExampleProgram service(words("-exec -- hang"));
-    QVERIFY(service.prints("start"));
-    m_controller->setTimeLimit(std::chrono::milliseconds(200));
-    QVERIFY(!m_controller->sendCommand(13));
-    QCOMPARE(m_controller->error(), ServiceError::TimedOut);
-    QVERIFY(service.prints("command 13"));
-    QVERIFY(!m_controller->stop());
-    QCOMPARE(m_controller->error(), ServiceError::TimedOut);
-    service.signal(SIGTERM);
-    QCOMPARE(service.exitCode(), 6);
-}
-
-void tst_Service::oneInstance()
-{
-    ExampleProgram first(words("-exec"));
-    QVERIFY(first.prints("start"));
-    ExampleProgram second(words("-exec"));
-    QVERIFY(second.prints("already running"));
-    QCOMPARE(second.exitCode(), 4);
-    QVERIFY2(m_controller->pause(), qPrintable(m_controller->errorString()));
-}
-
-void tst_Service::crashLeavesNothing()
-{
-    {
-        ExampleProgram service(words("-exec"));
-        QVERIFY(service.prints("start"));
-    } // killed
-    QVERIFY(QFileInfo::exists(controlSocket(ServiceScope::User, serviceName)));
-    ExampleProgram next(words("-exec"));
-    QVERIFY(next.prints("start"));
-    QVERIFY2(m_controller->pause(), qPrintable(m_controller->errorString()));
-    const auto mode = QFile::permissions(controlSocket(ServiceScope::User, serviceName));
-    QVERIFY(
-        !(mode & (QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther)));
-}
-
-void tst_Service::liveSocketIsLeftAlone()
-{
-    QVERIFY(QDir().mkdir(serviceName));
-    ControlServer other([](const ControlRequest &) { return ControlReply {}; });
-    QCOMPARE(other.listen(controlSocket(ServiceScope::User, serviceName)),
-             ControlServer::Outcome::Listening);
-    ExampleProgram service(words("-exec"));
-    QCOMPARE(service.exitCode(), 4);
-    QLocalSocket peer;
-    peer.connectToServer(controlSocket(ServiceScope::User, serviceName));
-    QVERIFY(peer.waitForConnected());
-}
-
-void tst_Service::unusableFolder()
-{
-    QVERIFY(writeFile(serviceName, {}));
-    ExampleProgram service(words("-exec"));
-    QVERIFY(service.prints("cannot listen"));
-    QCOMPARE(service.exitCode(), 5);
-}
-
-void tst_Service::journalPriority()
-{
-    constexpr char script[] =
-        "JOURNAL_STREAM=$(stat -L -c %d:%i /proc/self/fd/2) exec \"$0\" -user -exec -- fail";
-    QProcess shell;
-    shell.start("/bin/sh",
-                words("-c")
-                    + QStringList { QLatin1String(script), QStringLiteral(EXAMPLE_SERVICE) });
-    QVERIFY(shell.waitForFinished());
-    QCOMPARE(shell.exitCode(), 3);
-    QCOMPARE(shell.readAllStandardError(),
-             QByteArray("<6>start fail\n<3>TesselServer did not start.\n"));
-}
-
-void tst_Service::hostilePeers_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    const auto row = [](const char *name, const QByteArray &bytes) {
-        QTest::newRow(name) << bytes;
-    };
-    row("empty line", "\n");
-    row("unknown word", "reboot\n");
-    row("operand that does not belong", "pause 1\n");
-    row("missing operand", "command\n");
-    row("empty operand", "command \n");
-    row("number out of range", "command 99999999999\n");
-    row("zero byte", QByteArray("pause\0x\n", 8));
-    row("line that is too long", QByteArray(1'000'000, 'x'));
-    row("line just too long", "command " + QByteArray(300, '0') + "1\n");
-}
-
-void tst_Service::hostilePeers()
-{
-    QFETCH(QByteArray, bytes);
-    int calls = 0;
-    ControlServer server([&calls](const ControlRequest &) {
-        ++calls;
-        return ControlReply { true, QStringLiteral("two\nlines ") + QString(500, 'y') };
-    });
-    const QString socket = path("s");
-    QCOMPARE(server.listen(socket), ControlServer::Outcome::Listening);
-    QLocalSocket peer;
-    peer.connectToServer(socket);
-    peer.write(bytes);
-    QTRY_COMPARE(peer.state(), QLocalSocket::UnconnectedState);
-    QCOMPARE(calls, 0);
-
-    QLocalSocket honest;
-    honest.connectToServer(socket);
-    honest.write("pau");
-    honest.flush();
-    honest.write("se\ncommand -5\n");
-    QTRY_COMPARE(calls, 2);
-    QTRY_VERIFY(honest.bytesAvailable() == 2 * ControlLineLimit);
-    QVERIFY(honest.readLine().startsWith("ok two lines yyy"));
-}
-
-void tst_Service::silentPeers()
-{
-    ControlServer server(
-        [](const ControlRequest &) {
-            return ControlReply { true, {} };
-        },
-        std::chrono::milliseconds(200));
-    const QString socket = path("s");
-    QCOMPARE(server.listen(socket), ControlServer::Outcome::Listening);
-    QLocalSocket silent[40];
-    for (QLocalSocket &peer : silent)
-        peer.connectToServer(socket);
-    for (QLocalSocket &peer : silent)
-        QTRY_COMPARE(peer.state(), QLocalSocket::UnconnectedState);
-    QLocalSocket honest;
-    honest.connectToServer(socket);
-    honest.write("state\n");
-    QTRY_COMPARE(honest.bytesAvailable(), 3);
-}
-
-void tst_Service::othersUnitFileIsLeftAlone()
-{
-    const QString folder = unitDirectory(ServiceScope::User);
-    QVERIFY(QDir().mkpath(folder));
-    const QString file = folder + '/' + unitName(serviceName);
-    QVERIFY(writeFile(file, "[Service]\n"));
-    QCOMPARE(ExampleProgram(words("-install")).exitCode(), 1);
-    QCOMPARE(ExampleProgram(words("-uninstall")).exitCode(), 1);
-    QCOMPARE(fileContents(file), QByteArray("[Service]\n"));
-}
-
-void tst_Service::programThatNoUnitTakes()
-{
-    const QString program = m_folder->filePath(QStringLiteral("a\"b"));
-    QVERIFY(QFile::copy(QStringLiteral(EXAMPLE_SERVICE), program));
-    QCOMPARE(QProcess::execute(program, words("-user -install")), 1);
-    QVERIFY(!QFileInfo::exists(unitDirectory(ServiceScope::User)));
-}
 
 QTEST_GUILESS_MAIN(tst_Service)
 #include "tst_service.moc"

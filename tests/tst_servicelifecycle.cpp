@@ -5,158 +5,140 @@
 #include "support/exampleprogram.h"
 #include "support/guardedtest.h"
 
-#include <QSignalSpy>
-
 class tst_ServiceLifecycle : public GuardedTest
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void cleanup();
+    void initTestCase()
+    {
+        if (qEnvironmentVariableIsSet("TAVO_SYSTEMD"))
+            QSKIP("A private mount namespace is refused here: no systemd to test with.");
+        m_controller.setScope(ServiceScope::User);
+    }
 
-    void operations_data();
-    void operations();
-    void badStart();
-    void ignoredSigterm();
-    void deletedWithRequests();
+    void cleanup()
+    {
+        if (m_controller.isInstalled())
+            QCOMPARE(ExampleProgram(words("-uninstall")).exitCode(), 0);
+        GuardedTest::cleanup();
+    }
+
+    void operations()
+    {
+        struct Step
+        {
+            const char *switches;
+            ServiceRequest request;
+            bool ok;
+            const char *text;
+        };
+        const Step steps[] = {
+            { "-pause",
+              { ServiceAction::Pause },
+              false,
+              "The service \"TesselServer\" does not listen to requests." },
+            { "-terminate", { ServiceAction::Stop }, true, "unchanged" },
+            { "", { ServiceAction::Start }, true, "" },
+            { "", { ServiceAction::Start }, true, "unchanged" },
+            { "-pause", { ServiceAction::Pause }, true, "" },
+            { "-pause", { ServiceAction::Pause }, true, "unchanged" },
+            { "-resume", { ServiceAction::Resume }, true, "" },
+            { "-command 7", { ServiceAction::Command, 7 }, true, "" },
+            { "-command -1",
+              { ServiceAction::Command, -1 },
+              false,
+              "The request to the service \"TesselServer\" failed: it does not know this command" },
+            { "-terminate", { ServiceAction::Stop }, true, "" },
+        };
+        for (const bool bySwitches : { true, false }) { // or by the controller
+            QVERIFY(!m_controller.isInstalled());
+            QVERIFY(!m_controller.start());
+            QCOMPARE(m_controller.error(), ServiceError::UnitMissing);
+            QVERIFY(install({ "a  b", "100%n" }));
+            QVERIFY(m_controller.isInstalled());
+            for (const Step &step : steps) {
+                ExampleProgram program(bySwitches ? words(step.switches) : words("-version"));
+                const bool ran = program.exitCode() == 0;
+                QCOMPARE(bySwitches ? ran : m_controller.carryOut(step.request), step.ok);
+                QCOMPARE(bySwitches ? program.output() : m_controller.lastResult().text,
+                         QString::fromLatin1(step.text));
+            }
+            const QStringList log = logged();
+            QVERIFY2(log.value(0).endsWith("|a  b|100%n"), qPrintable(log.value(0)));
+            QCOMPARE(log.mid(1).join(' '), "pause resume command 7 command -1 stop");
+            QCOMPARE(ExampleProgram(words("-uninstall")).exitCode(), 0);
+            QCOMPARE(ExampleProgram(words("-uninstall")).exitCode(), 1);
+            QVERIFY(!m_controller.start({ "argument" }));
+            QCOMPARE(m_controller.error(), ServiceError::NotSupported);
+            QVERIFY(QFile::remove("log"));
+        }
+    }
+
+    void badStart()
+    {
+        for (const char *misbehave : { "fail", "crash" }) { // at once, after the start
+            QVERIFY(install({ misbehave }));
+            QVERIFY(!m_controller.start());
+            QCOMPARE(m_controller.error(), ServiceError::Failed);
+            QVERIFY(m_controller.errorString().contains("it ended"));
+        }
+        QVERIFY(install({}));
+        QVERIFY2(m_controller.start(), qPrintable(m_controller.errorString()));
+    }
+
+    void ignoredSigterm()
+    {
+        QVERIFY(install({ "deaf" }));
+        QVERIFY(m_controller.start());
+        m_controller.setTimeLimit(std::chrono::milliseconds(300));
+        QVERIFY(!m_controller.stop());
+        QCOMPARE(m_controller.error(), ServiceError::TimedOut);
+        m_controller.setTimeLimit(std::chrono::seconds(30));
+        QVERIFY(m_controller.stop());
+        QVERIFY(m_controller.lastResult().text.contains("killed"));
+        QVERIFY(!m_controller.isRunning());
+        // What the killed process left behind is in nobody's way.
+        QVERIFY2(m_controller.start(), qPrintable(m_controller.errorString()));
+        QVERIFY(m_controller.pause());
+    }
+
+    void deletedWithRequests()
+    {
+        QVERIFY(install({ "slow" }));
+        auto controller = std::make_unique<ServiceController>(serviceName);
+        controller->setScope(ServiceScope::User);
+        controller->requestStart();
+        QTRY_COMPARE(m_controller.state(), ServiceState::Starting);
+        controller.reset();
+        QTRY_COMPARE(m_controller.state(), ServiceState::Running);
+
+        auto *selfish = new ServiceController(serviceName);
+        selfish->setScope(ServiceScope::User);
+        connect(selfish, &ServiceController::finished, this, [selfish] { delete selfish; });
+        QSignalSpy destroyed(selfish, &QObject::destroyed);
+        selfish->requestStop();
+        QTRY_COMPARE(destroyed.size(), 1);
+        QVERIFY(!m_controller.isRunning());
+    }
+
     void busGoesAway(); // last: the bus stays away
 
 private:
-    bool install(const QStringList &arguments);
-    QStringList logged() const;
+    bool install(const QStringList &arguments)
+    {
+        return ExampleProgram(words("-install --") + QStringList("log=" + path("log")) + arguments)
+                   .exitCode()
+            == 0;
+    }
+
+    QStringList logged() const
+    {
+        return QString::fromUtf8(fileContents("log")).split('\n', Qt::SkipEmptyParts);
+    }
 
     ServiceController m_controller { serviceName };
 };
-
-void tst_ServiceLifecycle::initTestCase()
-{
-    if (qEnvironmentVariableIsSet("TAVO_SYSTEMD"))
-        QSKIP("A private mount namespace is refused here: no systemd to test with.");
-    m_controller.setScope(ServiceScope::User);
-}
-
-void tst_ServiceLifecycle::cleanup()
-{
-    if (m_controller.isInstalled())
-        QCOMPARE(ExampleProgram(words("-uninstall")).exitCode(), 0);
-    GuardedTest::cleanup();
-}
-
-bool tst_ServiceLifecycle::install(const QStringList &arguments)
-{
-    return ExampleProgram(words("-install --") + QStringList("log=" + path("log")) + arguments)
-               .exitCode()
-        == 0;
-}
-
-QStringList tst_ServiceLifecycle::logged() const
-{
-    return QString::fromUtf8(fileContents("log")).split('\n', Qt::SkipEmptyParts);
-}
-
-void tst_ServiceLifecycle::operations_data()
-{
-    QTest::addColumn<bool>("bySwitches");
-    QTest::newRow("through the switches") << true;
-    QTest::newRow("through the controller") << false;
-}
-
-void tst_ServiceLifecycle::operations()
-{
-    struct Step
-    {
-        const char *switches;
-        ServiceRequest request;
-        bool ok;
-        const char *text;
-    };
-    const Step steps[] = {
-        { "-pause",
-          { ServiceAction::Pause },
-          false,
-          "The service \"TesselServer\" does not listen to requests." },
-        { "-terminate", { ServiceAction::Stop }, true, "unchanged" },
-        { "", { ServiceAction::Start }, true, "" },
-        { "", { ServiceAction::Start }, true, "unchanged" },
-        { "-pause", { ServiceAction::Pause }, true, "" },
-        { "-pause", { ServiceAction::Pause }, true, "unchanged" },
-        { "-resume", { ServiceAction::Resume }, true, "" },
-        { "-command 7", { ServiceAction::Command, 7 }, true, "" },
-        { "-command -1",
-          { ServiceAction::Command, -1 },
-          false,
-          "The request to the service \"TesselServer\" failed: it does not know this command" },
-        { "-terminate", { ServiceAction::Stop }, true, "" },
-    };
-    QFETCH(bool, bySwitches);
-    QVERIFY(!m_controller.isInstalled());
-    QVERIFY(!m_controller.start());
-    QCOMPARE(m_controller.error(), ServiceError::UnitMissing);
-    QVERIFY(install({ "a  b", "100%n" }));
-    QVERIFY(m_controller.isInstalled());
-    for (const Step &step : steps) {
-        ExampleProgram program(bySwitches ? words(step.switches) : words("-version"));
-        const bool ran = program.exitCode() == 0;
-        QCOMPARE(bySwitches ? ran : m_controller.carryOut(step.request), step.ok);
-        QCOMPARE(bySwitches ? program.output() : m_controller.lastResult().text,
-                 QString::fromLatin1(step.text));
-    }
-    const QStringList log = logged();
-    QVERIFY2(log.value(0).endsWith("|a  b|100%n"), qPrintable(log.value(0)));
-    QCOMPARE(log.mid(1).join(' '), "pause resume command 7 command -1 stop");
-    QCOMPARE(ExampleProgram(words("-uninstall")).exitCode(), 0);
-    QCOMPARE(ExampleProgram(words("-uninstall")).exitCode(), 1);
-    QVERIFY(!m_controller.start({ "argument" }));
-    QCOMPARE(m_controller.error(), ServiceError::NotSupported);
-}
-
-void tst_ServiceLifecycle::badStart()
-{
-    for (const char *misbehave : { "fail", "crash" }) { // at once, after the start
-        QVERIFY(install({ misbehave }));
-        QVERIFY(!m_controller.start());
-        QCOMPARE(m_controller.error(), ServiceError::Failed);
-        QVERIFY(m_controller.errorString().contains("it ended"));
-    }
-    QVERIFY(install({}));
-    QVERIFY2(m_controller.start(), qPrintable(m_controller.errorString()));
-}
-
-void tst_ServiceLifecycle::ignoredSigterm()
-{
-    QVERIFY(install({ "deaf" }));
-    QVERIFY(m_controller.start());
-    m_controller.setTimeLimit(std::chrono::milliseconds(300));
-    QVERIFY(!m_controller.stop());
-    QCOMPARE(m_controller.error(), ServiceError::TimedOut);
-    m_controller.setTimeLimit(std::chrono::seconds(30));
-    QVERIFY(m_controller.stop());
-    QVERIFY(m_controller.lastResult().text.contains("killed"));
-    QVERIFY(!m_controller.isRunning());
-    // What the killed process left behind is in nobody's way.
-    QVERIFY2(m_controller.start(), qPrintable(m_controller.errorString()));
-    QVERIFY(m_controller.pause());
-}
-
-void tst_ServiceLifecycle::deletedWithRequests()
-{
-    QVERIFY(install({ "slow" }));
-    auto controller = std::make_unique<ServiceController>(serviceName);
-    controller->setScope(ServiceScope::User);
-    controller->requestStart();
-    QTRY_COMPARE(m_controller.state(), ServiceState::Starting);
-    controller.reset();
-    QTRY_COMPARE(m_controller.state(), ServiceState::Running);
-
-    auto *selfish = new ServiceController(serviceName);
-    selfish->setScope(ServiceScope::User);
-    connect(selfish, &ServiceController::finished, this, [selfish] { delete selfish; });
-    QSignalSpy destroyed(selfish, &QObject::destroyed);
-    selfish->requestStop();
-    QTRY_COMPARE(destroyed.size(), 1);
-    QVERIFY(!m_controller.isRunning());
-}
 
 void tst_ServiceLifecycle::busGoesAway()
 {

@@ -50,40 +50,39 @@ class tst_Translation : public QObject
     Q_OBJECT
 
 private slots:
-    void wholeView();
+    void wholeView()
+    {
+        QVERIFY(m_translator.load(CATALOGUE) && QCoreApplication::installTranslator(&m_translator));
+        tavoView view;
+        view.refreshLayout();
+        const MsgBox box(MsgBox::Question, QString());
+        QStringList texts;
+        // Every event is present, and every state and option has its turn.
+        for (int value = 1; value < 12; ++value) {
+            DataReport report;
+            for (int id = 2000; id < 2096; ++id)
+                report.insert(id, 1.0f);
+            for (int id = 3000; id < 4250; ++id)
+                report.insert(id, float(value));
+            view.flushData(report);
+            for (int tab = 0; tab < 5; ++tab)
+                view.findChild<QTabWidget *>()->setCurrentIndex(4 - tab);
+            for (const QWidget *widget :
+                 view.findChildren<QWidget *>() + box.findChildren<QWidget *>())
+                texts += textsOf(widget);
+            for (const auto &panel : energyState(report).panels) {
+                for (const EnergyLine &line : panel)
+                    texts += QStringList { line.label, line.value };
+            }
+        }
+        QVERIFY(texts.contains(QString::fromUtf8("单体浮充电压:")));
+        QVERIFY(texts.contains(QString::fromUtf8("电池电压低")));
+        QCOMPARE(untranslated(texts), QStringList());
+    }
 
 private:
     QTranslator m_translator;
 };
-
-void tst_Translation::wholeView()
-{
-    QVERIFY(m_translator.load(CATALOGUE) && QCoreApplication::installTranslator(&m_translator));
-    tavoView view;
-    view.refreshLayout();
-    const MsgBox box(MsgBox::Question, QString());
-    QStringList texts;
-    // Every event is present, and every state and option has its turn.
-    for (int value = 1; value < 12; ++value) {
-        DataReport report;
-        for (int id = 2000; id < 2096; ++id)
-            report.insert(id, 1.0f);
-        for (int id = 3000; id < 4250; ++id)
-            report.insert(id, float(value));
-        view.flushData(report);
-        for (int tab = 0; tab < 5; ++tab)
-            view.findChild<QTabWidget *>()->setCurrentIndex(4 - tab);
-        for (const QWidget *widget : view.findChildren<QWidget *>() + box.findChildren<QWidget *>())
-            texts += textsOf(widget);
-        for (const auto &panel : energyState(report).panels) {
-            for (const EnergyLine &line : panel)
-                texts += QStringList { line.label, line.value };
-        }
-    }
-    QVERIFY(texts.contains(QString::fromUtf8("单体浮充电压:")));
-    QVERIFY(texts.contains(QString::fromUtf8("电池电压低")));
-    QCOMPARE(untranslated(texts), QStringList());
-}
 
 QTEST_MAIN(tst_Translation)
 #include "tst_translation.moc"

@@ -35,130 +35,110 @@ class tst_ViewData : public QObject
 
 private slots:
     void initTestCase() { QLocale::setDefault(QLocale(QLocale::German)); }
-    void recordsFollowTheRules();
-    void valueTexts_data();
-    void valueTexts();
-    void ranges();
-    void rangesByBatteryType();
-    void recordOfEvents();
-};
 
-void tst_ViewData::recordsFollowTheRules()
-{
-    const tavo_6_20k_View data;
-    QList<int> lengths;
-    for (const Records &list : allLists(data)) {
-        lengths.append(list.size());
-        QSet<int> ids;
-        for (const ParameterInformation *record : list) {
-            const QByteArray where = record->name.toUtf8();
-            QVERIFY2(record->name.endsWith(':') && record->value == "-", where);
-            QVERIFY2(!ids.contains(record->dataId) && record->dataId >= 3000, where);
-            ids.insert(record->dataId);
-            QVERIFY2((QSet<int> { 0, 1, 4, 5, 6, 9, 11 }).contains(record->type), where);
-            QVERIFY2((record->length > 0) == (record->type == TextValue), where);
-            QVERIFY2(record->combo.isEmpty() == (record->type != OptionValue), where);
-            QVERIFY2(!record->hasRange() || (record->min < record->max && record->scale > 0),
-                     where);
+    void recordsFollowTheRules()
+    {
+        const tavo_6_20k_View data;
+        QList<int> lengths;
+        for (const Records &list : allLists(data)) {
+            lengths.append(list.size());
+            QSet<int> ids;
+            for (const ParameterInformation *record : list) {
+                const QByteArray where = record->name.toUtf8();
+                QVERIFY2(record->name.endsWith(':') && record->value == "-", where);
+                QVERIFY2(!ids.contains(record->dataId) && record->dataId >= 3000, where);
+                ids.insert(record->dataId);
+                QVERIFY2((QSet<int> { 0, 1, 4, 5, 6, 9, 11 }).contains(record->type), where);
+                QVERIFY2((record->length > 0) == (record->type == TextValue), where);
+                QVERIFY2(record->combo.isEmpty() == (record->type != OptionValue), where);
+                QVERIFY2(!record->hasRange() || (record->min < record->max && record->scale > 0),
+                         where);
+            }
+        }
+        QCOMPARE(lengths, (QList<int> { 10, 6, 5, 4, 9, 5, 34, 14, 19, 0, 6 }));
+        const QList<QString> alarms = data.getAlarmList();
+        QCOMPARE(alarms.size(), 96);
+        QCOMPARE(alarms.at(62) + ' ', alarms.at(14)); // the blank is part of the text
+        QCOMPARE(alarms.at(95), QString("Frequent overload"));
+    }
+
+    void valueTexts()
+    {
+        const struct
+        {
+            int type;
+            QList<float> values; // from identifier 100 on
+            const char *text;
+        } rows[] = { { 0, { 1.6f }, "2V" },
+                     { 0, { 1e20f }, "0V" },
+                     { 0, { std::numeric_limits<float>::quiet_NaN() }, "0V" },
+                     { 0, {}, "0V" },
+                     { 1, { 2024, 1, 31 }, "2024/1/31V" },
+                     { 4, { -12345.67f }, "-12345.7V" }, // no separator of thousands
+                     { 5, { 1, 229.96f }, "1.0/230.0/0.0V" },
+                     { 6, { 2.25f }, "2.25V" },
+                     { 9, { 65, 66, 67, 68, 69 }, "ABCD" },
+                     { 9, { 0, 65, 0, 66 }, "AB" },
+                     { 9, { 32, 65, 32, 10 }, "A" },
+                     { 9, { 0x7535, 0x6C60 }, "电池" },
+                     { 9, { 65, 0x10000, 66 }, "A" }, // ends at a NUL
+                     { 11, { 1 }, "alsoV" },          // first of equal options
+                     { 11, { 7 }, "" },
+                     { 8, { 1 }, "" } };
+        for (const auto &row : rows) {
+            ParameterInformation record;
+            record.type = row.type;
+            record.dataId = 100;
+            record.length = 4;
+            record.unit = "V";
+            record.combo = { { "one", 1 }, { "also", 1 }, { "two", 2 } };
+            DataReport report;
+            for (int i = 0; i < row.values.size(); ++i)
+                report.insert(100 + i, row.values.at(i));
+            QCOMPARE(displayText(record, report), QString::fromUtf8(row.text));
         }
     }
-    QCOMPARE(lengths, (QList<int> { 10, 6, 5, 4, 9, 5, 34, 14, 19, 0, 6 }));
-    const QList<QString> alarms = data.getAlarmList();
-    QCOMPARE(alarms.size(), 96);
-    QCOMPARE(alarms.at(62) + ' ', alarms.at(14)); // the blank is part of the text
-    QCOMPARE(alarms.at(95), QString("Frequent overload"));
-}
 
-void tst_ViewData::valueTexts_data()
-{
-    QTest::addColumn<int>("type");
-    QTest::addColumn<QList<float>>("values"); // from identifier 100 on
-    QTest::addColumn<QString>("text");
-    using Values = QList<float>;
-    QTest::newRow("integer is rounded") << 0 << Values { 1.6f } << "2V";
-    QTest::newRow("integer too large") << 0 << Values { 1e20f } << "0V";
-    QTest::newRow("no number") << 0 << Values { std::numeric_limits<float>::quiet_NaN() } << "0V";
-    QTest::newRow("missing integer") << 0 << Values {} << "0V";
-    QTest::newRow("date") << 1 << Values { 2024, 1, 31 } << "2024/1/31V";
-    QTest::newRow("no thousands") << 4 << Values { -12345.67f } << "-12345.7V";
-    QTest::newRow("three phases") << 5 << Values { 1, 229.96f } << "1.0/230.0/0.0V";
-    QTest::newRow("two decimals") << 6 << Values { 2.25f } << "2.25V";
-    QTest::newRow("four characters") << 9 << Values { 65, 66, 67, 68, 69 } << "ABCD";
-    QTest::newRow("zeros are skipped") << 9 << Values { 0, 65, 0, 66 } << "AB";
-    QTest::newRow("text is trimmed") << 9 << Values { 32, 65, 32, 10 } << "A";
-    QTest::newRow("wide characters") << 9 << Values { 0x7535, 0x6C60 } << "电池";
-    QTest::newRow("ends at a NUL") << 9 << Values { 65, 0x10000, 66 } << "A";
-    QTest::newRow("first of equal options") << 11 << Values { 1 } << "alsoV";
-    QTest::newRow("no such option") << 11 << Values { 7 } << "";
-    QTest::newRow("unused type") << 8 << Values { 1 } << "";
-}
+    void rangesByBatteryType()
+    {
+        const tavo_6_20k_View data;
+        const Records records = data.getBasicConfig();
+        const auto rangesFor = [&records](float type) {
+            applyBatteryType(records, { { 3045, type } });
+            QStringList texts;
+            for (const int id : { 3007, 3008, 3009, 3010, 3013 })
+                texts.append(rangeText(*find(records, id)));
+            return texts.join(' ');
+        };
+        const QString lithium = "3.3-4.15 3.3-4.15 2.6-2.8 2.65-2.85 1-3000";
+        QCOMPARE(rangesFor(1), lithium);
+        QCOMPARE(rangesFor(5), lithium); // an unknown type changes nothing
+        QCOMPARE(rangesFor(0), QString("2.1-2.35 2.2-2.45 1.6-1.85 1.65-1.9 1-3000"));
+        QCOMPARE(rangeText({}), QString("-"));
+    }
 
-void tst_ViewData::valueTexts()
-{
-    QFETCH(int, type);
-    QFETCH(QList<float>, values);
-    ParameterInformation record;
-    record.type = type;
-    record.dataId = 100;
-    record.length = 4;
-    record.unit = "V";
-    record.combo = { { "one", 1 }, { "also", 1 }, { "two", 2 } };
-    DataReport report;
-    for (int i = 0; i < values.size(); ++i)
-        report.insert(100 + i, values.at(i));
-    QTEST(displayText(record, report), "text");
-}
-
-void tst_ViewData::ranges()
-{
-    const auto text = [](int min, int max, float scale) {
-        ParameterInformation record;
-        record.min = min;
-        record.max = max;
-        record.scale = scale;
-        return rangeText(record);
-    };
-    QCOMPARE(text(0, 0, 0.01f), QString("-"));
-    QCOMPARE(text(210, 235, 0.01f), QString("2.1-2.35"));
-    QCOMPARE(text(0, 30000, 1), QString("0-30000"));
-    QCOMPARE(text(1, 5, 0), QString("0-0"));
-}
-
-void tst_ViewData::rangesByBatteryType()
-{
-    const tavo_6_20k_View data;
-    const Records records = data.getBasicConfig();
-    const auto rangesFor = [&records](float type) {
-        applyBatteryType(records, { { 3045, type } });
-        QStringList texts;
-        for (const int id : { 3007, 3008, 3009, 3010, 3013 })
-            texts.append(rangeText(*find(records, id)));
-        return texts.join(' ');
-    };
-    const QString lithium = "3.3-4.15 3.3-4.15 2.6-2.8 2.65-2.85 1-3000";
-    QCOMPARE(rangesFor(1), lithium);
-    QCOMPARE(rangesFor(5), lithium); // an unknown type changes nothing
-    QCOMPARE(rangesFor(0), QString("2.1-2.35 2.2-2.45 1.6-1.85 1.65-1.9 1-3000"));
-}
-
-void tst_ViewData::recordOfEvents()
-{
-    const QDateTime first(QDate(2024, 1, 31), QTime(23, 59, 59));
-    EventRecord record;
-    const auto after = [&record](const DataReport &report, const QDateTime &now) {
-        record.update(report, 96, now);
-        QList<int> present;
-        for (const RecordedEvent &event : record.events())
-            present.append(event.index);
-        return present;
-    };
-    QCOMPARE(after({ { 2005, 1.0f }, { 2006, 2.0f }, { 2096, 1.0f } }, first), QList<int> { 5 });
-    QCOMPARE(after({ { 2005, 1.0f }, { 2000, 1.0f } }, first.addSecs(9)), (QList<int> { 0, 5 }));
-    QCOMPARE(record.events().at(1).since, first);
-    QCOMPARE(after({ { 2000, 1.0f } }, first.addSecs(20)), QList<int> { 0 });
-    QCOMPARE(after({ { 2000, 1.0f }, { 2005, 1.0f } }, first.addSecs(30)), (QList<int> { 5, 0 }));
-    QCOMPARE(record.events().at(0).since, first.addSecs(30));
-}
+    void recordOfEvents()
+    {
+        const QDateTime first(QDate(2024, 1, 31), QTime(23, 59, 59));
+        EventRecord record;
+        const auto after = [&record](const DataReport &report, const QDateTime &now) {
+            record.update(report, 96, now);
+            QList<int> present;
+            for (const RecordedEvent &event : record.events())
+                present.append(event.index);
+            return present;
+        };
+        QCOMPARE(after({ { 2005, 1.0f }, { 2006, 2.0f }, { 2096, 1.0f } }, first),
+                 QList<int> { 5 });
+        QCOMPARE(after({ { 2005, 1.0f }, { 2000, 1.0f } }, first.addSecs(9)),
+                 (QList<int> { 0, 5 }));
+        QCOMPARE(record.events().at(1).since, first);
+        QCOMPARE(after({ { 2000, 1.0f } }, first.addSecs(20)), QList<int> { 0 });
+        QCOMPARE(after({ { 2000, 1.0f }, { 2005, 1.0f } }, first.addSecs(30)),
+                 (QList<int> { 5, 0 }));
+        QCOMPARE(record.events().at(0).since, first.addSecs(30));
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_ViewData)
 #include "tst_viewdata.moc"

@@ -2,9 +2,7 @@
 
 #include "warningguard.h"
 
-#include <QDir>
-#include <QTemporaryDir>
-#include <QTest>
+#include <QtTest>
 
 #include <memory>
 #include <optional>
@@ -30,6 +28,12 @@ protected:
 
 private:
     std::unique_ptr<QTemporaryDir> m_directory;
+};
+
+/** Runs from its construction on. */
+struct Stopwatch : QElapsedTimer
+{
+    Stopwatch() { start(); }
 };
 
 /** Replaces what a file holds. @return false when it cannot be written */

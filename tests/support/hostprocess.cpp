@@ -19,7 +19,6 @@ int HostProcess::exitCodeOf()
 {
     if (state() != NotRunning && !waitForFinished(PatienceMs))
         return -1;
-    readLines();
     return exitStatus() == NormalExit ? exitCode() : -1;
 }
 
@@ -29,34 +28,20 @@ int HostProcess::terminateAndWait()
     return exitCodeOf();
 }
 
-void HostProcess::readLines()
+const QList<QJsonObject> &HostProcess::objects()
 {
-    m_rest += readAllStandardOutput();
-    for (int end = m_rest.indexOf('\n'); end >= 0; end = m_rest.indexOf('\n')) {
-        m_lines << QString::fromUtf8(m_rest.left(end));
-        m_rest.remove(0, end + 1);
-    }
-}
-
-QList<QJsonObject> HostProcess::objects(const QString &key, const QJsonValue &value)
-{
-    readLines();
-    QList<QJsonObject> found;
-    for (const QString &line : qAsConst(m_lines)) {
-        const QJsonObject object = QJsonDocument::fromJson(line.toUtf8()).object();
-        if (object.value(key) == value)
-            found << object;
-    }
-    return found;
+    while (canReadLine())
+        m_objects << QJsonDocument::fromJson(readLine()).object();
+    return m_objects;
 }
 
 QList<QJsonObject> HostProcess::events(const QString &device, int type)
 {
-    QList<QJsonObject> found = objects("type", type);
-    const auto other = [&device](const QJsonObject &object) {
-        return object.value("name") != device;
-    };
-    found.erase(std::remove_if(found.begin(), found.end(), other), found.end());
+    QList<QJsonObject> found;
+    for (const QJsonObject &object : objects()) {
+        if (object["name"] == device && object["type"] == type)
+            found << object;
+    }
     return found;
 }
 

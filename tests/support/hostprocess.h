@@ -17,20 +17,15 @@ public:
     /** Asks it to end with SIGTERM and waits. */
     int terminateAndWait();
 
-    /** Takes what was printed since the last call. */
-    void readLines();
-
-    /** The printed objects whose `key` has this value, in order. */
-    QList<QJsonObject> objects(const QString &key, const QJsonValue &value);
+    /** The objects that were printed so far. */
+    const QList<QJsonObject> &objects();
 
     /** Waits for at least `count` events of a type of a device. */
     bool waitForEvents(const QString &device, int type, int count = 1);
     QList<QJsonObject> events(const QString &device, int type);
 
-    QStringList lines() const { return m_lines; }
     QString errors() { return QString::fromLocal8Bit(readAllStandardError()); }
 
 private:
-    QByteArray m_rest;
-    QStringList m_lines;
+    QList<QJsonObject> m_objects;
 };

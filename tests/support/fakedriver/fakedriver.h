@@ -4,7 +4,6 @@
 
 #include <functional>
 #include <mutex>
-#include <utility>
 
 /**
  * What the fake driver does when the client calls it; a test that opens the library beside the
@@ -19,31 +18,26 @@ public:
     using Query = std::function<int(PortDescriptor &port, int address, const Callback &callback)>;
     using Control = std::function<int(PortDescriptor &port, const char *command)>;
 
-    void onQuery(Query action)
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        m_query = std::move(action);
-    }
-    void onControl(Control action)
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        m_control = std::move(action);
-    }
-    Query query()
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        return m_query;
-    }
-    Control control()
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        return m_control;
-    }
+    void onQuery(const Query &action) { set(m_query, action); }
+    void onControl(const Control &action) { set(m_control, action); }
+    Query query() { return get(m_query); }
+    Control control() { return get(m_control); }
 
 private:
+    template <typename Action> void set(Action &member, const Action &action)
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        member = action;
+    }
+    template <typename Action> Action get(const Action &member)
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        return member;
+    }
+
     std::mutex m_mutex;
-    Query m_query;
-    Control m_control;
+    Query m_query;     // guarded by m_mutex
+    Control m_control; // guarded by m_mutex
 };
 
 extern "C" __attribute__((visibility("default"))) FakeDriver *fakeDriver();
