@@ -196,6 +196,11 @@ private slots:
         const auto format = QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz");
         const auto time = QDateTime::fromString(match.captured(1), format);
         QVERIFY(qAbs(time.msecsTo(QDateTime::currentDateTime())) < 60'000);
+        // Whoever moves the log away finds the next line in a new one.
+        QVERIFY(QFile::rename("log_ttyLOG.log", "moved.log"));
+        QCOMPARE(port.writeData("m", 1), 1);
+        QVERIFY(fileContents("log_ttyLOG.log").endsWith("send: 6d \n"));
+        QCOMPARE(fileContents("moved.log"), log);
     }
 
     void rotation()

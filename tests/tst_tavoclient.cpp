@@ -2,6 +2,7 @@
 #include "plugin/collectview.h"
 
 #include <QTcpServer>
+#include <QTcpSocket>
 
 /** One event that a client posted. */
 struct Post
@@ -294,6 +295,10 @@ private slots:
         cycle();
         QVERIFY(other.waitForNewConnection(0));
         QCOMPARE(takeTypes(), QVector<int>());
+        const std::unique_ptr<QTcpSocket> peer(other.nextPendingConnection());
+        configure(*m_client, "ups1", "portName=/dev/nothing\n");
+        cycle();
+        QVERIFY(peer->waitForDisconnected(5000)); // a peer that is not used any more is let go
     }
 
 private:
