@@ -10,7 +10,7 @@
 namespace {
 
 constexpr double Radius = 6;
-constexpr int RowHeight = 21;
+constexpr int RowHeight = 18; // all cards fit into a window of 1000x640
 constexpr int RowSpacing = 2;
 
 // Set on each label: what labels inherit is the desktop's, or the host's style sheet.
@@ -62,9 +62,7 @@ QWidget *ValuePanel::createBody(const QList<ParameterInformation *> &records)
         value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
         auto *row = new QHBoxLayout;
         row->addWidget(name);
-        // Gives the rows air, and gives it up in a small window.
-        row->addSpacerItem(
-            new QSpacerItem(0, RowHeight, QSizePolicy::Expanding, QSizePolicy::Maximum));
+        row->addSpacerItem(new QSpacerItem(0, RowHeight, QSizePolicy::Expanding));
         row->addWidget(value);
         rows->addLayout(row);
         m_valueLabels.append(value);
