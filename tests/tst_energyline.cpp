@@ -160,17 +160,11 @@ private slots:
         report.insert(4101, 2.0f);
         report.insert(4241, 8.0f);
         const EnergyState state = energyState(report);
-        QFont font("Microsoft YaHei");
-        font.setPixelSize(13);
+        const QFont font = energyFont();
         const QFontMetricsF metrics(font);
-        LabelWidths widths {};
-        for (std::size_t i = 0; i < widths.size(); ++i) {
-            for (const EnergyLine &line : state.panels[i])
-                widths[i] = std::max(widths[i], metrics.horizontalAdvance(line.label));
-        }
         EnergyViewFlags open {};
         open.fill(true);
-        const EnergyScene scene = energyScene(state, open, widths, energyCentre(LeastSize));
+        const EnergyScene scene = energyScene(state, open, font, energyCentre(LeastSize));
 
         QList<QRectF> taken { scene.battery.rect };
         for (const SceneBlock &block : scene.blocks)
@@ -184,6 +178,8 @@ private slots:
             QRectF area = text.rect;
             area.setWidth(metrics.horizontalAdvance(text.text));
             QVERIFY2(area.width() <= text.rect.width(), text.text.toUtf8());
+            if (text.role == TextRole::Value)
+                area.moveRight(text.rect.right());
             QVERIFY2(QRectF(QPointF(), LeastSize).contains(area), text.text.toUtf8());
             for (const QRectF &other : qAsConst(taken))
                 QVERIFY2(!area.intersects(other), text.text.toUtf8());

@@ -6,9 +6,6 @@
 #include <QPainter>
 #include <QPainterPath>
 
-#include <algorithm>
-#include <cmath>
-
 namespace {
 
 constexpr int TickMs = 100;
@@ -28,12 +25,9 @@ constexpr QColor LiveTextColor(255, 255, 255);
 constexpr QRectF TitleArea(0, 52, 75, 20); // inside a block
 constexpr double BatteryPen = 3;
 
-// In pixels, like all lengths of the diagram: the panels' places are measured for this size.
-QFont diagramFont(QFont::Weight weight)
+QFont inBold(QFont font)
 {
-    QFont font(QStringLiteral("Microsoft YaHei"));
-    font.setPixelSize(13);
-    font.setWeight(weight);
+    font.setBold(true);
     return font;
 }
 
@@ -69,7 +63,6 @@ Energyline::Energyline(QWidget *parent)
     setMinimumSize(LeastSize);
     setAttribute(Qt::WA_OpaquePaintEvent);
     loadImages();
-    measureLabels();
     rebuild();
     connect(&m_timer, &QTimer::timeout, this, &Energyline::animate);
     m_timer.start(TickMs);
@@ -86,19 +79,9 @@ void Energyline::loadImages()
     }
 }
 
-void Energyline::measureLabels()
-{
-    const QFontMetricsF metrics(diagramFont(QFont::Normal), this);
-    for (std::size_t i = 0; i < m_state.panels.size(); ++i) {
-        for (const EnergyLine &line : m_state.panels[i])
-            m_labelWidths[i] =
-                std::max(m_labelWidths[i], std::ceil(metrics.horizontalAdvance(line.label)));
-    }
-}
-
 void Energyline::rebuild()
 {
-    m_scene = energyScene(m_state, m_viewFlags, m_labelWidths, energyCentre(size()));
+    m_scene = energyScene(m_state, m_viewFlags, m_font, energyCentre(size()));
     update();
 }
 
@@ -176,7 +159,7 @@ void Energyline::paintEvent(QPaintEvent *)
 void Energyline::drawBase(QPainter &painter) const
 {
     painter.fillRect(rect(), Ground);
-    painter.setFont(diagramFont(QFont::Bold));
+    painter.setFont(inBold(m_font));
     for (const SceneBlock &block : m_scene.blocks) {
         painter.fillRect(block.rect, block.isLive ? LiveFill : IdleFill);
         const TintedImage image = m_images.value(QString::fromLatin1(block.row->image));
@@ -220,14 +203,14 @@ void Energyline::drawflow(QPainter &painter) const
 
 void Energyline::drawdate(QPainter &painter) const
 {
-    const QFont normal = diagramFont(QFont::Normal);
-    const QFont bold = diagramFont(QFont::Bold);
-    const QFontMetricsF metrics(normal, this);
+    const QFont bold = inBold(m_font);
+    const QFontMetricsF metrics(m_font, this);
     for (const SceneText &text : m_scene.texts) {
-        painter.setFont(text.role == TextRole::Title ? bold : normal);
+        painter.setFont(text.role == TextRole::Title ? bold : m_font);
         painter.setPen(text.role == TextRole::Label ? SecondaryColor : TextColor);
+        const Qt::Alignment side = text.role == TextRole::Value ? Qt::AlignRight : Qt::AlignLeft;
         // Device texts may be wider than their panel.
-        painter.drawText(text.rect, Qt::AlignLeft | Qt::AlignVCenter,
+        painter.drawText(text.rect, static_cast<int>(side | Qt::AlignVCenter),
                          metrics.elidedText(text.text, Qt::ElideRight, text.rect.width()));
     }
 }

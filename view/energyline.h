@@ -42,7 +42,6 @@ protected:
 
 private:
     void loadImages();
-    void measureLabels();
     void rebuild();
     void animate();
     void drawBase(QPainter &painter) const;
@@ -56,9 +55,9 @@ private:
         QPixmap idle;
     };
 
+    const QFont m_font = energyFont();
     EnergyState m_state;
     EnergyViewFlags m_viewFlags;
-    LabelWidths m_labelWidths {};
     EnergyScene m_scene;
     float m_dashOffset = 0;  // in pen widths, 0 down to -1000
     QTimer m_timer { this }; // runs while the diagram is shown

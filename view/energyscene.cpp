@@ -2,11 +2,15 @@
 
 #include "energytables.h"
 
+#include <QFontMetricsF>
+
 #include <algorithm>
 
 namespace {
 
-constexpr double LabelGap = 8;
+constexpr int FontSize = 13; // in pixels, like all lengths of the diagram
+constexpr int LeastStretch = 70;
+constexpr double LabelGap = 8; // at least half of it is kept
 constexpr double TerminalHeight = 7;
 constexpr double BatteryInset = 5; // between the battery's outline and its filling
 
@@ -30,8 +34,51 @@ QRectF levelRect(const QRectF &battery, double level)
              body.height() * level };
 }
 
-void addPanel(const EnergyPanelRow &row, const std::vector<EnergyLine> &lines, double labelWidth,
-              const QPointF &centre, std::vector<SceneText> &texts)
+// Room for the widest value that a device reports; its own texts are cut where they do not fit.
+double valueWidth(const EnergyLineRow &row, const QFontMetricsF &metrics)
+{
+    const auto numberWidth = [&](const char *number) {
+        return metrics.horizontalAdvance(
+            EnergyTables::tr(row.pattern).arg(QString::fromLatin1(number)));
+    };
+    double width = 0;
+    switch (row.kind) {
+    case EnergyLineKind::Measured:
+        return numberWidth(row.phaseId != 0 ? "000.0/000.0/000.0" : "000.0");
+    case EnergyLineKind::Whole:
+        return numberWidth("00000");
+    case EnergyLineKind::State:
+        for (int i = 0; i < row.states.count; ++i)
+            width =
+                std::max(width, metrics.horizontalAdvance(EnergyTables::tr(row.states.texts[i])));
+        return width;
+    case EnergyLineKind::Text:
+        break;
+    }
+    return width;
+}
+
+double panelWidth(EnergyPanel panel)
+{
+    const auto *const row =
+        std::find_if(std::begin(EnergyTables::panels), std::end(EnergyTables::panels),
+                     [panel](const EnergyPanelRow &r) { return r.panel == panel; });
+    return row->width;
+}
+
+bool fitsPanels(const QFont &font)
+{
+    const QFontMetricsF metrics(font);
+    return std::all_of(std::begin(EnergyTables::lines), std::end(EnergyTables::lines),
+                       [&metrics](const EnergyLineRow &row) {
+                           return metrics.horizontalAdvance(EnergyTables::tr(row.label)) + LabelGap
+                               + valueWidth(row, metrics)
+                               <= panelWidth(row.panel);
+                       });
+}
+
+void addPanel(const EnergyPanelRow &row, const std::vector<EnergyLine> &lines,
+              const QFontMetricsF &metrics, const QPointF &centre, std::vector<SceneText> &texts)
 {
     QRectF line(centre.x() + row.topLeft.x, centre.y() + row.topLeft.y, row.width, row.pitch);
     if (*row.title != '\0') {
@@ -39,9 +86,9 @@ void addPanel(const EnergyPanelRow &row, const std::vector<EnergyLine> &lines, d
         line.translate(0, row.pitch);
     }
     for (const EnergyLine &entry : lines) {
+        const double valueStart = metrics.horizontalAdvance(entry.label) + LabelGap / 2;
         texts.push_back({ line, entry.label, TextRole::Label });
-        texts.push_back(
-            { line.adjusted(labelWidth + LabelGap, 0, 0, 0), entry.value, TextRole::Value });
+        texts.push_back({ line.adjusted(valueStart, 0, 0, 0), entry.value, TextRole::Value });
         line.translate(0, row.pitch);
     }
 }
@@ -53,9 +100,20 @@ QPointF energyCentre(const QSize &size)
     return QPointF(size.width() / 2, size.height() / 2);
 }
 
-EnergyScene energyScene(const EnergyState &state, const EnergyViewFlags &viewFlags,
-                        const LabelWidths &labelWidths, const QPointF &centre)
+QFont energyFont()
 {
+    QFont font(QStringLiteral("Microsoft YaHei"));
+    font.setPixelSize(FontSize);
+    font.setHintingPreference(QFont::PreferNoHinting); // widths in fractions of a pixel
+    for (int stretch = QFont::Unstretched; stretch >= LeastStretch && !fitsPanels(font); --stretch)
+        font.setStretch(stretch);
+    return font;
+}
+
+EnergyScene energyScene(const EnergyState &state, const EnergyViewFlags &viewFlags,
+                        const QFont &font, const QPointF &centre)
+{
+    const QFontMetricsF metrics(font);
     EnergyScene scene;
     for (const EnergyBlockRow &row : EnergyTables::blocks) {
         const SceneBlock block { &row, rectOf(row, centre), isLive(row, state.flows) };
@@ -77,7 +135,7 @@ EnergyScene energyScene(const EnergyState &state, const EnergyViewFlags &viewFla
     for (const EnergyPanelRow &row : EnergyTables::panels) {
         const auto panel = static_cast<std::size_t>(row.panel);
         if (row.viewFlag < 0 || viewFlags[static_cast<std::size_t>(row.viewFlag)])
-            addPanel(row, state.panels[panel], labelWidths[panel], centre, scene.texts);
+            addPanel(row, state.panels[panel], metrics, centre, scene.texts);
     }
     return scene;
 }

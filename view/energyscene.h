@@ -2,6 +2,7 @@
 
 #include "energystate.h"
 
+#include <QFont>
 #include <QPolygonF>
 #include <QRectF>
 
@@ -20,6 +21,7 @@ struct SceneBlock
 
 enum class TextRole { Title, Label, Value };
 
+/** A text and its room; a value ends at the right edge. */
 struct SceneText
 {
     QRectF rect;
@@ -37,15 +39,16 @@ struct EnergyScene
     std::vector<SceneText> texts; ///< the open panels
 };
 
-/** Width of each panel's label column, for the font that measures. */
-using LabelWidths = std::array<double, EnergyPanelCount>;
+/** The font of the panels: narrowed as far as their widest values need it in this language, for
+ *  the family may be missing and its stand-in be wider. */
+QFont energyFont();
 
 /** The diagram's centre: half its size, rounded down to whole points. */
 QPointF energyCentre(const QSize &size);
 
-/** Lays the diagram out around `centre`. */
+/** Lays the diagram out around `centre`, its texts in `font`. */
 EnergyScene energyScene(const EnergyState &state, const EnergyViewFlags &viewFlags,
-                        const LabelWidths &labelWidths, const QPointF &centre);
+                        const QFont &font, const QPointF &centre);
 
 /** The block under a point, edges included; null when there is none. */
 const EnergyBlockRow *blockAt(const QPoint &point, const QPointF &centre);

@@ -141,12 +141,12 @@ public:
 
     // The places leave room for all panels, in the widest language, within 900x460.
     static constexpr EnergyPanelRow panels[] = {
-        { Panel::Input,    0, { -446,   45 }, 240, 16, QT_TR_NOOP("INPUT")   },
-        { Panel::Bypass,   1, { -215, -229 }, 380, 15, QT_TR_NOOP("BYPASS")  },
-        { Panel::RecInv,   5, { -120, -142 }, 285, 16, QT_TR_NOOP("REC/INV") },
-        { Panel::Load,     3, {  165,   48 }, 283, 16, QT_TR_NOOP("LOAD")    },
-        { Panel::Battery,  4, { -306,  112 }, 275, 16, QT_TR_NOOP("BATTERY") },
-        { Panel::Device,  -1, {  195, -229 }, 253, 16, ""                    },
+        { Panel::Input,    0, { -440,   48 }, 215, 16, QT_TR_NOOP("INPUT")   },
+        { Panel::Bypass,   1, { -215, -229 }, 215, 15, QT_TR_NOOP("BYPASS")  },
+        { Panel::RecInv,   5, { -100, -142 }, 200, 16, QT_TR_NOOP("REC/INV") },
+        { Panel::Load,     3, {  218,   48 }, 230, 16, QT_TR_NOOP("LOAD")    },
+        { Panel::Battery,  4, {   38,   78 }, 170, 16, QT_TR_NOOP("BATTERY") },
+        { Panel::Device,  -1, {  218, -229 }, 230, 16, ""                    },
     };
 
     static constexpr EnergyFlowRow flows[EnergyFlowCount] = {
