@@ -1,5 +1,7 @@
 #include "msgbox.h"
 
+#include "viewstyle.h"
+
 #include <QBoxLayout>
 #include <QLabel>
 #include <QMouseEvent>
@@ -27,6 +29,7 @@ MsgBox::MsgBox(int type, QString text)
     column->setContentsMargins(30, 30, 30, 30);
     column->addWidget(m_label);
     column->addLayout(buttons);
+    spreadFont(*this); // a style sheet of the host keeps the buttons from inheriting it
 
     connect(m_okButton, SIGNAL(clicked()), this, SLOT(okBtn_press()));
     connect(m_cancelButton, SIGNAL(clicked()), this, SLOT(cancleBtn_press()));
