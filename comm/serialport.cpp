@@ -193,7 +193,7 @@ bool SerialPort::makeRaw()
     termios.c_lflag &= ~tcflag_t(ISIG | ICANON | ECHO | ECHOE | ECHOK | ECHONL);
     termios.c_iflag &= ~tcflag_t(IGNPAR | PARMRK | INPCK | ISTRIP | ICRNL | IXANY);
     // Left behind by another program, these would eat or change bytes of a frame.
-    termios.c_iflag &= ~tcflag_t(INLCR | IGNCR);
+    termios.c_iflag &= ~tcflag_t(INLCR | IGNCR | IUCLC);
     termios.c_oflag &= ~tcflag_t(OPOST);
     for (const int character : { VINTR, VQUIT, VSTART, VSTOP, VSUSP, VMIN })
         termios.c_cc[character] = 0;
