@@ -144,9 +144,9 @@ public:
         { Panel::Input,    0, { -440,   48 }, 215, 16, QT_TR_NOOP("INPUT")   },
         { Panel::Bypass,   1, { -215, -229 }, 215, 15, QT_TR_NOOP("BYPASS")  },
         { Panel::RecInv,   5, { -100, -142 }, 200, 16, QT_TR_NOOP("REC/INV") },
-        { Panel::Load,     3, {  218,   48 }, 230, 16, QT_TR_NOOP("LOAD")    },
-        { Panel::Battery,  4, {   38,   78 }, 170, 16, QT_TR_NOOP("BATTERY") },
-        { Panel::Device,  -1, {  218, -229 }, 230, 16, ""                    },
+        { Panel::Load,     3, {  220,   48 }, 228, 16, QT_TR_NOOP("LOAD")    },
+        { Panel::Battery,  4, {   34,   78 }, 166, 16, QT_TR_NOOP("BATTERY") },
+        { Panel::Device,  -1, {  220, -229 }, 228, 16, ""                    },
     };
 
     static constexpr EnergyFlowRow flows[EnergyFlowCount] = {
