@@ -7,11 +7,11 @@
 
 namespace {
 
-constexpr QLatin1String managerPath("/org/freedesktop/systemd1");
-constexpr QLatin1String managerInterface("org.freedesktop.systemd1.Manager");
-constexpr QLatin1String unitInterface("org.freedesktop.systemd1.Unit");
-constexpr QLatin1String serviceInterface("org.freedesktop.systemd1.Service");
-constexpr QLatin1String propertiesInterface("org.freedesktop.DBus.Properties");
+const QLatin1String managerPath("/org/freedesktop/systemd1");
+const QLatin1String managerInterface("org.freedesktop.systemd1.Manager");
+const QLatin1String unitInterface("org.freedesktop.systemd1.Unit");
+const QLatin1String serviceInterface("org.freedesktop.systemd1.Service");
+const QLatin1String propertiesInterface("org.freedesktop.DBus.Properties");
 
 // A human types a password meanwhile.
 constexpr std::chrono::milliseconds dialogueLimit { 300000 };

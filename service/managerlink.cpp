@@ -11,11 +11,11 @@
 
 namespace {
 
-constexpr QLatin1String managerName("org.freedesktop.systemd1");
-constexpr QLatin1String managerPath("/org/freedesktop/systemd1");
-constexpr QLatin1String managerInterface("org.freedesktop.systemd1.Manager");
-constexpr QLatin1String busInterface("org.freedesktop.DBus");
-constexpr QLatin1String localInterface("org.freedesktop.DBus.Local");
+const QLatin1String managerName("org.freedesktop.systemd1");
+const QLatin1String managerPath("/org/freedesktop/systemd1");
+const QLatin1String managerInterface("org.freedesktop.systemd1.Manager");
+const QLatin1String busInterface("org.freedesktop.DBus");
+const QLatin1String localInterface("org.freedesktop.DBus.Local");
 
 constexpr std::chrono::milliseconds subscribeLimit { 10000 };
 

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr QLatin1String unchangedReply("unchanged");
+const QLatin1String unchangedReply("unchanged");
 
 struct WayRow
 {

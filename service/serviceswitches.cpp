@@ -32,8 +32,8 @@ constexpr SwitchRow switchRows[] = {
 };
 // clang-format on
 
-constexpr QLatin1String userSwitch("-user");
-constexpr QLatin1String argumentsFollow("--");
+const QLatin1String userSwitch("-user");
+const QLatin1String argumentsFollow("--");
 
 QString translated(const char *text)
 {

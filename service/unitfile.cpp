@@ -2,7 +2,7 @@
 
 namespace {
 
-constexpr QLatin1String mark("# Written by a service program's \"-install\".");
+const QLatin1String mark("# Written by a service program's \"-install\".");
 
 // Time for the manager to see the end of a service that ends itself at its limit.
 constexpr std::chrono::seconds stopReserve { 1 };

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr QLatin1String logOption("log=");
+const QLatin1String logOption("log=");
 constexpr int hangCommand = 13;
 constexpr int crashCode = 42;
 

@@ -7,7 +7,7 @@ namespace {
 // "name=NAME" among the arguments after "--", so that it reaches an installed service as well.
 QString nameIn(int argc, char **argv)
 {
-    constexpr QLatin1String option("name=");
+    const QLatin1String option("name=");
     for (int i = 1; i < argc; ++i) {
         const QString word = QString::fromLocal8Bit(argv[i]);
         if (word.startsWith(option))
