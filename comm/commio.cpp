@@ -7,6 +7,7 @@
 #include <array>
 #include <poll.h>
 #include <QAbstractSocket>
+#include <QtEndian>
 
 namespace {
 
@@ -32,7 +33,20 @@ QIODevice *deviceOf(void *handle)
     return handle ? static_cast<QIODevice *>(*static_cast<void **>(handle)) : nullptr;
 }
 
-// Waits on the descriptor, where a stop can end it; Qt then finds its data without waiting.
+// Bytes of the reply whose start is there, as far as its header tells. What has no proper header
+// is taken as it comes.
+qint64 announcedLength(QIODevice &device)
+{
+    std::array<char, headerLength> header = {};
+    if (device.peek(header.data(), headerLength) < headerLength)
+        return headerLength;
+    const bool isModbus = header[2] == 0 && header[3] == 0;
+    const int length = qFromBigEndian<quint16>(header.data() + 4);
+    return isModbus ? std::min(headerLength + length, tcpBufferSize) : headerLength;
+}
+
+// Waits on the descriptor, where a stop can end it; Qt then finds its data without waiting. A
+// reply may come in several pieces: the read drops six bytes of what it gets, whatever they are.
 void waitForReply(QIODevice &device)
 {
     auto *socket = qobject_cast<QAbstractSocket *>(&device);
@@ -40,11 +54,17 @@ void waitForReply(QIODevice &device)
         device.waitForReadyRead(int(tcpTimeout.count()));
         return;
     }
-    if (socket->state() != QAbstractSocket::ConnectedState)
-        return;
-    if (socket->bytesAvailable() == 0)
-        StopSource::waitFor(int(socket->socketDescriptor()), POLLIN, tcpTimeout);
-    socket->waitForReadyRead(0);
+    const auto deadline = steady_clock::now() + tcpTimeout;
+    if (socket->bytesAvailable() > 0)
+        socket->waitForReadyRead(0); // what has come since
+    while (socket->state() == QAbstractSocket::ConnectedState
+           && socket->bytesAvailable() < announcedLength(*socket)) {
+        const auto left = std::chrono::ceil<milliseconds>(deadline - steady_clock::now());
+        if (StopSource::waitFor(int(socket->socketDescriptor()), POLLIN, left)
+            != StopSource::Wait::Ready)
+            return;
+        socket->waitForReadyRead(0);
+    }
 }
 
 // Sockets of Qt keep what is written until an event loop turns, which a driver call never lets.

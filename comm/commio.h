@@ -31,7 +31,8 @@ Q_DECL_EXPORT int CommRead(void *handle, char *buffer, int length);
 Q_DECL_EXPORT int CommWrite(void *handle, char *buffer, int length);
 
 /** Waits up to one second for a Modbus TCP reply and turns it into an RTU frame with its CRC.
- *  The reply's header is not checked.
+ *  The reply's header is not checked, but one that announces more than has come lets it wait for
+ *  the rest, within the same second.
  *  @param buffer  room for 996 bytes, whatever `size` says
  *  @return length of the RTU frame, or -5 for a short or failed read */
 Q_DECL_EXPORT int TcpCommRead(void *handle, char *buffer, int size);

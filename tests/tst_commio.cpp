@@ -15,6 +15,7 @@
 #include <QTcpSocket>
 
 #include <functional>
+#include <sys/socket.h>
 #include <thread>
 
 using namespace std::chrono_literals;
@@ -80,11 +81,13 @@ private slots:
         {
             QByteArray reply;
             QByteArray frame; // without CRC; none when the read fails
+            bool waits = false;
         } rows[] = {
             { QByteArray::fromHex("000100000007010304000a0014"),
               QByteArray::fromHex("010304000a0014") },
-            { {}, {} },                                      // silence
-            { "1", {} },                                     // a fragment
+            { {}, {}, true },  // silence
+            { "1", {}, true }, // a fragment
+            { QByteArray::fromHex("0001000000070103"), "\1\3", true },
             { QByteArray::fromHex("000100000000"), {} },     // a mere header
             { QByteArray(7, 'u'), "u" },                     // a unit alone
             { QByteArray(1000, 'x'), QByteArray(994, 'x') }, // the longest
@@ -99,12 +102,30 @@ private slots:
             QByteArray out(1100, 'z');
             Stopwatch clock;
             const int length = TcpCommRead(&connection.handle, out.data(), 0);
-            QCOMPARE(clock.elapsed() >= 990, row.reply.isEmpty());
+            QCOMPARE(clock.elapsed() >= 990, row.waits);
             QCOMPARE(length, row.frame.isEmpty() ? -5 : row.frame.size() + 2);
             QVERIFY(out.startsWith(row.frame));
             QVERIFY(out.endsWith(QByteArray(out.size() - qMax(0, length), 'z')));
             QCOMPARE(checkModbufCRC(bytesOf(out.data()), length), length >= 4 ? 0 : -1);
         }
+    }
+
+    void tcpReplyInPieces()
+    {
+        Connection connection;
+        QVERIFY(connection.ok);
+        const QByteArray reply = QByteArray::fromHex("000100000007010304000a0014");
+        std::thread peer([&] {
+            for (const char byte : reply) {
+                std::this_thread::sleep_for(5ms);
+                send(int(connection.far->socketDescriptor()), &byte, 1, MSG_NOSIGNAL);
+            }
+        });
+        QByteArray out(1000, '\0');
+        const int length = TcpCommRead(&connection.handle, out.data(), 0);
+        peer.join();
+        QCOMPARE(length, 9);
+        QVERIFY(out.startsWith(reply.mid(6)));
     }
 
     void tcpRequests()
