@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QtGlobal>
+
+/** What the process holds at the moment. */
+struct Resources
+{
+    int descriptors;
+    int threads;
+    qint64 memory; ///< resident, KiB
+    qint64 heap;   ///< allocated, KiB; 0 where a sanitizer has replaced the allocator
+};
+
+Resources currentResources();

@@ -1,0 +1,229 @@
+#include "soakhost.h"
+
+#include "plugin/collectview.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QSettings>
+#include <QTimer>
+
+#include <chrono>
+#include <utility>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr int ownLines = 20;
+constexpr int sharedLines = 5;
+constexpr int tcpEvery = 5;   // every fifth client is on TCP...
+constexpr int pollEvery = 4;  // ...and every fourth is polled by the host's thread
+constexpr int commanders = 3; // threads that send commands
+
+// What a host sends; 1018 closes the port, 1045 downloads the history.
+constexpr int commandIds[] = { 1001, 1003, 1006, 1009, 1010, 1011, 1018, 1045, 2016 };
+
+void process(std::chrono::milliseconds time)
+{
+    QEventLoop loop;
+    QTimer::singleShot(time, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+} // namespace
+
+SoakHost::SoakHost(CollectThread &plugin, int clients)
+    : m_plugin(plugin)
+    , m_devices(ownLines + sharedLines)
+    , m_slots(size_t(clients))
+{
+}
+
+SoakHost::~SoakHost()
+{
+    releaseAll();
+}
+
+void SoakHost::round(int seconds)
+{
+    for (int i = 0; i < int(m_slots.size()); ++i)
+        fill(i);
+    m_stop = false;
+    std::vector<std::thread> threads;
+    for (unsigned i = 0; i < commanders; ++i)
+        threads.emplace_back([this, i] { sendCommands(i); });
+    threads.emplace_back([this] { pollClients(); });
+    QElapsedTimer clock;
+    for (clock.start(); clock.elapsed() < seconds * 1000LL;) {
+        act();
+        process(5ms);
+    }
+    m_stop = true;
+    for (std::thread &thread : threads)
+        thread.join();
+    releaseAll();
+}
+
+void SoakHost::cycle()
+{
+    fill(0);
+    const qint64 before = m_counts.reports;
+    while (m_counts.reports == before)
+        process(1ms);
+    releaseAll();
+}
+
+void SoakHost::fill(int index)
+{
+    Slot &slot = m_slots[size_t(index)];
+    CollectThread *client = m_plugin.create(nullptr);
+    client->deviceName = QStringLiteral("ups%1").arg(index);
+    connect(
+        client, &CollectThread::postDEvent, this,
+        [this, &slot](int type, const QMap<QString, QVariant> &map) { takeEvent(slot, type, map); },
+        Qt::DirectConnection);
+    writeConfiguration(index);
+    client->loadConfig();
+    slot.polled = m_slots.size() > 1 && index % pollEvery == 0;
+    slot.hasView = false;
+    if (!slot.polled)
+        client->start();
+    const std::lock_guard<std::mutex> lock(slot.mutex);
+    slot.client = client;
+}
+
+// In the thread that polls. The report is copied value by value: ThreadSanitizer cannot see how
+// Qt guards data that threads share.
+void SoakHost::takeEvent(Slot &slot, int type, const QMap<QString, QVariant> &map)
+{
+    m_counts.lost += type == 1041;
+    m_counts.restored += type == 1040;
+    if (type != 2007)
+        return;
+    const auto data = map.value(QStringLiteral("data")).value<QMap<int, QVariant>>();
+    QMap<int, QVariant> report;
+    for (auto it = data.begin(); it != data.end(); ++it)
+        report.insert(report.end(), it.key(), it->toFloat());
+    ++m_counts.reports;
+    const std::lock_guard<std::mutex> lock(slot.reportMutex);
+    slot.report = report;
+}
+
+// Half of the clients have a line of their own, the others share some; some are on TCP.
+void SoakHost::writeConfiguration(int index)
+{
+    const QString directory =
+        QCoreApplication::applicationDirPath() + QStringLiteral("/KOVA/TesselView/db");
+    QDir().mkpath(directory);
+    const int line = index < ownLines ? index : ownLines + int(m_random() % sharedLines);
+    QSettings file(directory + QStringLiteral("/dev.ini"), QSettings::IniFormat);
+    file.beginGroup(QStringLiteral("ups%1").arg(index));
+    file.setValue(QStringLiteral("portName"), m_devices.line(line));
+    file.setValue(QStringLiteral("addr"), 1 + int(m_random() % 9));
+    file.setValue(QStringLiteral("retries"), 1 + int(m_random() % 5));
+    file.setValue(QStringLiteral("interval"), 1);
+    file.setValue(QStringLiteral("commType"), index % tcpEvery == 1 ? 1 : 0);
+    file.setValue(QStringLiteral("ipAddr"), QStringLiteral("127.0.0.1"));
+    file.setValue(QStringLiteral("port"), m_devices.port());
+}
+
+// False when another thread uses the client at the moment.
+bool SoakHost::release(int index)
+{
+    Slot &slot = m_slots[size_t(index)];
+    const std::unique_lock<std::mutex> lock(slot.mutex, std::try_to_lock);
+    if (!lock)
+        return false;
+    if (!slot.client)
+        return true;
+    ++m_leaving;
+    ++m_counts.releases;
+    connect(slot.client, &QObject::destroyed, this, [this] { --m_leaving; });
+    CollectThread *const client = std::exchange(slot.client, nullptr);
+    client->deleteLater();
+    QElapsedTimer clock;
+    clock.start();
+    QCoreApplication::sendPostedEvents(client, QEvent::DeferredDelete);
+    m_counts.slowestRelease = qMax(m_counts.slowestRelease, clock.elapsed());
+    return true;
+}
+
+void SoakHost::releaseAll()
+{
+    for (int i = 0; i < int(m_slots.size()); ++i) {
+        while (!release(i))
+            process(1ms);
+    }
+    while (m_leaving > 0)
+        process(1ms);
+}
+
+void SoakHost::act()
+{
+    const int index = int(m_random() % m_slots.size());
+    Slot &slot = m_slots[size_t(index)];
+    switch (m_random() % 20) {
+    case 0:
+        if (release(index))
+            fill(index);
+        break;
+    case 1:
+        ++m_counts.configurations;
+        writeConfiguration(index);
+        slot.client->loadConfig();
+        break;
+    case 2:
+    case 3:
+        toggleView(slot);
+        break;
+    default:
+        slot.client->flushUpsInfo(QStringLiteral("host"), index);
+        if (slot.hasView) {
+            CollectView *view = slot.client->getView();
+            const std::lock_guard<std::mutex> lock(slot.reportMutex);
+            view->flushData(slot.report);
+        }
+        break;
+    }
+}
+
+void SoakHost::toggleView(Slot &slot)
+{
+    ++m_counts.views;
+    slot.hasView = true;
+    CollectView *view = slot.client->getView();
+    view->setUserInfo(QStringLiteral("admin"), int(m_random() % 3));
+    if (view->isVisible())
+        view->close();
+    else
+        view->show();
+}
+
+void SoakHost::sendCommands(unsigned seed)
+{
+    std::mt19937 random(seed);
+    while (!m_stop) {
+        Slot &slot = m_slots[random() % m_slots.size()];
+        const int id = commandIds[random() % std::size(commandIds)];
+        {
+            const std::lock_guard<std::mutex> lock(slot.mutex);
+            if (slot.client && slot.client->control(id, QStringLiteral("3005,18")) == 1)
+                ++m_counts.commands;
+        }
+        std::this_thread::sleep_for(20ms);
+    }
+}
+
+void SoakHost::pollClients()
+{
+    while (!m_stop) {
+        for (Slot &slot : m_slots) {
+            const std::lock_guard<std::mutex> lock(slot.mutex);
+            if (slot.client && slot.polled && !m_stop)
+                slot.client->poll();
+        }
+        std::this_thread::sleep_for(20ms);
+    }
+}
