@@ -33,4 +33,5 @@ file(MAKE_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/run/hostwindow_x11)
 set_tests_properties(hostwindow_x11 PROPERTIES
   TIMEOUT 300
   WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/run/hostwindow_x11
-  ENVIRONMENT "QT_QPA_PLATFORM=xcb;${window_environment}")
+  # Qt's X11 platform and D-Bus leak at exit; our own leaks show in the run without windows.
+  ENVIRONMENT "QT_QPA_PLATFORM=xcb;ASAN_OPTIONS=detect_leaks=0;${window_environment}")
