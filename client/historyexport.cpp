@@ -46,7 +46,8 @@ public:
     bool commit()
     {
         if (m_replacing)
-            return !m_failed && m_replacing->commit();
+            // commit() alone does not notice that what was still buffered found no room.
+            return !m_failed && m_replacing->flush() && m_replacing->commit();
         if (m_failed)
             m_file->resize(m_written);
         m_file->close();

@@ -90,9 +90,10 @@ InstallResult installService(const UnitDescription &unit)
                        path);
     QDir().mkpath(unitDirectory(unit.scope));
     QSaveFile file(path);
-    file.open(QIODevice::WriteOnly);
-    file.write(unitFileText(unit).toUtf8());
-    if (!file.commit())
+    // commit() alone does not notice that what was still buffered found no room.
+    const bool written = file.open(QIODevice::WriteOnly)
+        && file.write(unitFileText(unit).toUtf8()) >= 0 && file.flush();
+    if (!written || !file.commit())
         return refused(QT_TRANSLATE_NOOP("Service", "The file \"%1\" cannot be written: %2"), path,
                        file.errorString());
     return reloaded(unit.name, unit.scope);
