@@ -1,6 +1,7 @@
 #include "energyline.h"
 
 #include "energytables.h"
+#include "viewcolors.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -18,8 +19,6 @@ constexpr QColor Ground(240, 240, 245);
 constexpr QColor LiveFill(41, 71, 198);
 constexpr QColor IdleFill(157, 172, 255);
 constexpr QColor FlowColor(157, 172, 255);
-constexpr QColor TextColor(0x1B, 0x21, 0x40);
-constexpr QColor SecondaryColor(0x5B, 0x62, 0x85);
 constexpr QColor LiveTextColor(255, 255, 255);
 
 constexpr QRectF TitleArea(0, 52, 75, 20); // inside a block
@@ -75,7 +74,7 @@ void Energyline::loadImages()
         if (path.isEmpty() || m_images.contains(path))
             continue;
         const QPixmap mask(path);
-        m_images.insert(path, { tinted(mask, LiveTextColor), tinted(mask, TextColor) });
+        m_images.insert(path, { tinted(mask, LiveTextColor), tinted(mask, ViewColors::Text) });
     }
 }
 
@@ -165,7 +164,7 @@ void Energyline::drawBase(QPainter &painter) const
         const TintedImage image = m_images.value(QString::fromLatin1(block.row->image));
         const QPixmap &pixmap = block.isLive ? image.live : image.idle;
         painter.drawPixmap(block.rect, pixmap, pixmap.rect());
-        painter.setPen(block.isLive ? LiveTextColor : TextColor);
+        painter.setPen(block.isLive ? LiveTextColor : ViewColors::Text);
         painter.drawText(TitleArea.translated(block.rect.topLeft()), Qt::AlignCenter,
                          EnergyTables::tr(block.row->title));
     }
@@ -183,7 +182,7 @@ void Energyline::drawBattery(QPainter &painter) const
     painter.drawRoundedRect(area.adjusted(half, 7 + half, -half, -half), 4, 4);
     painter.fillRect(m_scene.batteryLevel, color);
     if (m_state.isCharging()) {
-        painter.setPen(QPen(TextColor, 1.5));
+        painter.setPen(QPen(ViewColors::Text, 1.5));
         painter.drawPolygon(boltShape().translated(area.center() + QPointF(0, 3)));
     }
     painter.restore();
@@ -207,7 +206,7 @@ void Energyline::drawdate(QPainter &painter) const
     const QFontMetricsF metrics(m_font, this);
     for (const SceneText &text : m_scene.texts) {
         painter.setFont(text.role == TextRole::Title ? bold : m_font);
-        painter.setPen(text.role == TextRole::Label ? SecondaryColor : TextColor);
+        painter.setPen(text.role == TextRole::Label ? ViewColors::SecondaryText : ViewColors::Text);
         const Qt::Alignment side = text.role == TextRole::Value ? Qt::AlignRight : Qt::AlignLeft;
         // Device texts may be wider than their panel.
         painter.drawText(text.rect, static_cast<int>(side | Qt::AlignVCenter),
