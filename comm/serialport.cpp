@@ -278,6 +278,7 @@ qint64 SerialPort::writeData(const char *data, qint64 length)
         return -1;
     qint64 written = 0;
     while (written < length) {
+        m_log.prepare(logDir + logFileName);
         const ssize_t count = ::write(descriptor(), data + written, size_t(length - written));
         const int error = count < 0 ? errno : 0;
         if (meansHangUp(error))

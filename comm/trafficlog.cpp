@@ -7,7 +7,9 @@
 #include <QDebug>
 #include <QFile>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -67,33 +69,53 @@ void TrafficLog::formatLine(const char *data, int length, int direction)
     *out = '\n';
 }
 
+void TrafficLog::prepare(const QString &path)
+{
+    m_isPrepared = openLog(path);
+}
+
 qint64 TrafficLog::appendLine(const QString &path)
 {
-    const QByteArray name = QFile::encodeName(path);
-    if (!openLog(name.constData())) {
+    if (!std::exchange(m_isPrepared, false) && !openLog(path)) {
         report(path, errno);
-        return stat(name.constData(), &m_status) == 0 ? qint64(m_status.st_size) : 0;
+        return identify(AT_FDCWD, m_name.constData(), m_file) ? m_file.size : 0;
     }
     // In one piece, so that a line is whole or missing.
     const ssize_t written = write(m_log, m_line.constData(), size_t(m_line.size()));
     report(path, written < 0 ? errno : written < m_line.size() ? ENOSPC : 0);
-    return qint64(m_status.st_size) + qMax<ssize_t>(written, 0);
+    return m_file.size + qMax<ssize_t>(written, 0);
 }
 
 // Opening and closing costs more than all the rest: a log stays open as long as its name stands
 // for the same file.
-bool TrafficLog::openLog(const char *name)
+bool TrafficLog::openLog(const QString &path)
 {
-    struct stat named = {};
-    const bool isNamed = m_log >= 0 && stat(name, &named) == 0 && named.st_ino == m_status.st_ino
-        && named.st_dev == m_status.st_dev;
-    if (isNamed) {
-        m_status = named;
+    if (path != m_path) {
+        close();
+        m_path = path;
+        m_name = QFile::encodeName(path);
+    }
+    File named;
+    if (m_log >= 0 && identify(AT_FDCWD, m_name.constData(), named) && named.node == m_file.node
+        && named.device == m_file.device) {
+        m_file = named;
         return true;
     }
     close();
-    m_log = open(name, O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666);
-    return m_log >= 0 && fstat(m_log, &m_status) == 0;
+    m_log = open(m_name.constData(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666);
+    return m_log >= 0 && identify(m_log, "", m_file);
+}
+
+// Does not ask for the file's times: on file systems with fine-grained times each write that
+// follows would have to store a new one, which doubles its cost.
+bool TrafficLog::identify(int directory, const char *name, File &file)
+{
+    struct statx found = {};
+    if (statx(directory, name, AT_EMPTY_PATH, STATX_INO | STATX_SIZE, &found) != 0)
+        return false;
+    file = { makedev(found.stx_dev_major, found.stx_dev_minor), found.stx_ino,
+             qint64(found.stx_size) };
+    return true;
 }
 
 void TrafficLog::close()
@@ -101,6 +123,7 @@ void TrafficLog::close()
     if (m_log >= 0)
         ::close(m_log);
     m_log = -1;
+    m_isPrepared = false;
 }
 
 void TrafficLog::report(const QString &path, int error)

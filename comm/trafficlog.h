@@ -3,7 +3,6 @@
 #include <ctime>
 #include <QByteArray>
 #include <QString>
-#include <sys/stat.h>
 
 /**
  * Writes the bytes of a line to its traffic log, one text line for a transfer.
@@ -30,14 +29,26 @@ public:
      *  ".bak.log" and removed, also when the copy fails because a backup exists: intended. */
     void append(const QString &path, const char *data, int length, int direction);
 
+    /** Looks the file at `path` up, so that the next append() only has to write it: for use right
+     *  before a request goes out, as what is done behind it keeps the reply waiting. */
+    void prepare(const QString &path);
+
     /** Closes the file; the next line opens it again. */
     void close();
 
 private:
+    struct File
+    {
+        quint64 device = 0;
+        quint64 node = 0;
+        qint64 size = 0; // bytes
+    };
+
     void formatTime();
     void formatLine(const char *data, int length, int direction);
     qint64 appendLine(const QString &path); // the file's size then
-    bool openLog(const char *name);
+    bool openLog(const QString &path);
+    static bool identify(int directory, const char *name, File &file);
     void report(const QString &path, int error);
 
     QByteArray m_line;
@@ -45,6 +56,9 @@ private:
     std::time_t m_second = -1; // of m_time
     int m_timeLength = 0;
     bool m_failed = false;     // reported already
+    bool m_isPrepared = false; // for one append()
     int m_log = -1;            // descriptor
-    struct stat m_status = {}; // of m_log, before the last line
+    File m_file;               // m_log, before the last line
+    QString m_path;            // of m_log
+    QByteArray m_name;         // m_path as the system calls take it
 };
