@@ -1,17 +1,21 @@
 #include "tcpconnect.h"
 
+#include "latestfaults.h"
 #include "stopsource.h"
 
 #include <cerrno>
 #include <cstring>
 #include <future>
+#include <map>
 #include <netdb.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <poll.h>
 #include <QDebug>
 #include <QTcpSocket>
+#include <string>
 #include <sys/socket.h>
+#include <system_error>
 #include <thread>
 #include <unistd.h>
 #include <vector>
@@ -34,42 +38,76 @@ struct Address
 
 struct LookUp
 {
-    std::vector<Address> addresses;
-    int error = 0; // of getaddrinfo()
+    std::vector<Address> addresses; // without a port
+    std::string failure;            // empty for none
 };
 
-LookUp lookUp(const QByteArray &host, const QByteArray &port, int flags)
+LookUp lookUp(const QByteArray &host, int flags)
 {
     addrinfo hints = {};
     hints.ai_socktype = SOCK_STREAM;
-    hints.ai_flags = flags | AI_NUMERICSERV;
+    hints.ai_flags = flags;
     addrinfo *list = nullptr;
+    const int error = getaddrinfo(host.constData(), nullptr, &hints, &list);
+    if (error)
+        return { {}, error == EAI_SYSTEM ? strerror(errno) : gai_strerror(error) };
     LookUp result;
-    result.error = getaddrinfo(host.constData(), port.constData(), &hints, &list);
-    for (const addrinfo *entry = list; !result.error && entry; entry = entry->ai_next) {
+    for (const addrinfo *entry = list; entry; entry = entry->ai_next) {
         Address address;
         memcpy(&address.storage, entry->ai_addr, entry->ai_addrlen);
         address.length = entry->ai_addrlen;
         result.addresses.push_back(address);
     }
-    if (list)
-        freeaddrinfo(list);
+    freeaddrinfo(list);
     return result;
 }
 
-// Names are looked up in a thread of their own, which is left behind when there is no time to
-// wait for it: the resolver can neither be stopped nor limited.
-LookUp lookUpName(const QByteArray &host, const QByteArray &port, steady_clock::time_point deadline)
+bool isReady(const std::shared_future<LookUp> &answer)
 {
-    std::packaged_task<LookUp()> task([host, port] { return lookUp(host, port, AI_ADDRCONFIG); });
-    std::future<LookUp> result = task.get_future();
+    return answer.wait_for(milliseconds(0)) == std::future_status::ready;
+}
+
+// Names are looked up in a thread of their own, which is left behind when there is no time to
+// wait for it: the resolver can neither be stopped nor limited. Who asks for a name that is being
+// looked up waits for the same answer, so that a resolver which hangs holds one thread a name.
+std::shared_future<LookUp> startLookUp(const QByteArray &host)
+{
+    static QMutex mutex;
+    static std::map<QByteArray, std::shared_future<LookUp>> running; // by host; guarded by mutex
+    const QMutexLocker lock(&mutex);
+    for (auto it = running.begin(); it != running.end();)
+        it = isReady(it->second) ? running.erase(it) : std::next(it);
+    const auto found = running.find(host);
+    if (found != running.end())
+        return found->second;
+    std::packaged_task<LookUp()> task([host] { return lookUp(host, AI_ADDRCONFIG); });
+    std::shared_future<LookUp> answer = task.get_future().share();
     std::thread(std::move(task)).detach();
-    while (result.wait_for(milliseconds(0)) != std::future_status::ready) {
-        if (steady_clock::now() >= deadline
-            || StopSource::waitFor(-1, 0, lookUpSlice) == StopSource::Wait::Stopped)
-            return { {}, EAI_AGAIN };
+    running.emplace(host, answer);
+    return answer;
+}
+
+LookUp lookUpName(const QByteArray &host, steady_clock::time_point deadline)
+{
+    try {
+        const std::shared_future<LookUp> answer = startLookUp(host);
+        while (!isReady(answer)) {
+            if (steady_clock::now() >= deadline
+                || StopSource::waitFor(-1, 0, lookUpSlice) == StopSource::Wait::Stopped)
+                return { {}, gai_strerror(EAI_AGAIN) };
+        }
+        return answer.get();
+    } catch (const std::system_error &error) { // the process has as many threads as it may
+        return { {}, std::string("no thread to look it up: ") + error.what() };
     }
-    return result.get();
+}
+
+void setPort(Address &address, quint16 port)
+{
+    if (address.storage.ss_family == AF_INET6)
+        reinterpret_cast<sockaddr_in6 &>(address.storage).sin6_port = htons(port);
+    else
+        reinterpret_cast<sockaddr_in &>(address.storage).sin_port = htons(port);
 }
 
 // Returns 0 or an errno value.
@@ -116,6 +154,25 @@ int connectTo(QTcpSocket &socket, const Address &address, steady_clock::time_poi
     return error;
 }
 
+// Returns why there is no connection; nothing when there is one.
+std::string connectToOneOf(QTcpSocket &socket, std::vector<Address> &addresses, quint16 port,
+                           steady_clock::time_point deadline)
+{
+    int error = EADDRNOTAVAIL;
+    auto untried = int(addresses.size());
+    for (Address &address : addresses) {
+        setPort(address, port);
+        // One that does not answer leaves the others their share of the time.
+        const auto now = steady_clock::now();
+        error = connectTo(socket, address, now + (deadline - now) / untried--);
+        if (!error)
+            return {};
+        if (StopSource::currentRequested())
+            break;
+    }
+    return strerror(error);
+}
+
 } // namespace
 
 bool connectToPeer(QTcpSocket &socket, const QString &host, quint16 port,
@@ -125,20 +182,19 @@ bool connectToPeer(QTcpSocket &socket, const QString &host, quint16 port,
     if (socket.state() != QAbstractSocket::UnconnectedState || socket.isOpen())
         socket.abort();
     const QByteArray name = host.toUtf8();
-    const QByteArray service = QByteArray::number(port);
-    LookUp peer = lookUp(name, service, AI_NUMERICHOST);
-    if (peer.error && !name.isEmpty())
-        peer = lookUpName(name, service, deadline);
+    LookUp peer = lookUp(name, AI_NUMERICHOST);
+    if (!peer.failure.empty() && !name.isEmpty())
+        peer = lookUpName(name, deadline);
+    const std::string failure = peer.failure.empty()
+        ? connectToOneOf(socket, peer.addresses, port, deadline)
+        : peer.failure;
+    if (!failure.empty() && StopSource::currentRequested())
+        return false; // which tells nothing about the peer
 
-    const char *reason = peer.error ? gai_strerror(peer.error) : "no address";
-    for (const Address &address : peer.addresses) {
-        const int error = connectTo(socket, address, deadline);
-        if (!error)
-            return true;
-        reason = strerror(error);
-        if (StopSource::currentRequested())
-            break;
-    }
-    qDebug("connectToPeer: no connection to %s port %d: %s", name.constData(), int(port), reason);
-    return false;
+    // Clients try every few seconds, for days if need be.
+    static LatestFaults faults;
+    const QString subject = QStringLiteral("%1 port %2").arg(host).arg(port);
+    if (faults.isNew(subject, QString::fromStdString(failure)))
+        qDebug("connectToPeer: no connection to %s: %s", qUtf8Printable(subject), failure.c_str());
+    return failure.empty();
 }

@@ -13,7 +13,8 @@ class QTcpSocket;
  *
  *  Threads: the socket's thread; ends early when the thread's StopSource asks.
  *  @param host     IP address or host name; all its addresses are tried in turn
- *  @param timeout  for name look-up and all attempts together
- *  @return true when connected; else the reason is logged and the socket is unconnected */
+ *  @param timeout  for name look-up and all attempts together, which share what is left of it
+ *  @return true when connected; else the socket is unconnected and the reason is logged, when it
+ *          is another than the last one of this peer */
 [[nodiscard]] bool connectToPeer(QTcpSocket &socket, const QString &host, quint16 port,
                                  std::chrono::milliseconds timeout);

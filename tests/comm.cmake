@@ -1,6 +1,6 @@
 tavo_add_test(modbusframe LIBRARIES tavo_comm)
 tavo_add_test(serialport LIBRARIES tavo_comm ${CMAKE_DL_LIBS})
-tavo_add_test(commio LIBRARIES tavo_comm LABELS threads)
+tavo_add_test(commio LIBRARIES tavo_comm ${CMAKE_DL_LIBS} LABELS threads)
 tavo_add_test(portmanage LIBRARIES tavo_comm LABELS threads)
 
 find_package(PkgConfig REQUIRED)

@@ -14,11 +14,32 @@
 #include <QTcpServer>
 #include <QTcpSocket>
 
+#include <dlfcn.h>
 #include <functional>
+#include <netdb.h>
 #include <sys/socket.h>
 #include <thread>
 
 using namespace std::chrono_literals;
+
+static std::atomic<int> lookUps { 0 }; // of "slow.test"
+static QSemaphore answers;             // to them
+
+// Knows names that stand for two addresses.
+extern "C" int getaddrinfo(const char *host, const char *service, const addrinfo *hints,
+                           addrinfo **list)
+{
+    static const auto real =
+        reinterpret_cast<decltype(&getaddrinfo)>(dlsym(RTLD_NEXT, "getaddrinfo"));
+    if (!QByteArray(host).endsWith(".test") || hints->ai_flags & AI_NUMERICHOST)
+        return real(host, service, hints, list);
+    if (host[0] == 's') {
+        ++lookUps;
+        answers.acquire();
+    }
+    return real("127.0.0.1", service, hints, list)
+        || real("127.0.0.2", service, hints, &(*list)->ai_next);
+}
 
 namespace {
 
@@ -195,14 +216,32 @@ private slots:
 
     void noPeer()
     {
-        for (const char *host : { "127.0.0.1", "no.such.host.invalid", "" }) {
+        for (const char *host : { "127.0.0.1", "no.such.host.invalid", "", "127.0.0.1", "" }) {
             QTcpSocket socket;
             QVERIFY(!connectToPeer(socket, QString::fromLatin1(host), 1, 5s));
             QCOMPARE(socket.state(), QAbstractSocket::UnconnectedState);
         }
         QCOMPARE(
             m_guard->messages().filter(QStringLiteral("connectToPeer: no connection to")).size(),
-            3);
+            3); // told once each
+    }
+
+    void names()
+    {
+        const SilentPeer first;
+        QTcpServer second;
+        QVERIFY(second.listen(QHostAddress(QStringLiteral("127.0.0.2")), first.port()));
+        QTcpSocket socket;
+        Stopwatch clock;
+        QVERIFY(connectToPeer(socket, QStringLiteral("two.test"), first.port(), 2s));
+        QVERIFY(clock.elapsed() < 1900); // the first address did not use up the time
+        // However long the resolver hangs, one thread waits for it.
+        const QString slow = QStringLiteral("slow.test");
+        for (int attempt = 0; attempt < 3; ++attempt)
+            QVERIFY(!connectToPeer(socket, slow, first.port(), 20ms));
+        answers.release(2);
+        QVERIFY(connectToPeer(socket, slow, first.port(), 2s));
+        QVERIFY(lookUps <= 2);
     }
 
     void stopEndsWaiting()
