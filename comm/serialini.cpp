@@ -1,8 +1,9 @@
 #include "serialini.h"
 
+#include "latestfaults.h"
+
 #include <QDebug>
 #include <QFile>
-#include <QMutex>
 #include <QSettings>
 #include <QStringList>
 #include <QVariant>
@@ -11,15 +12,12 @@ namespace {
 
 const QLatin1String fileName("serial.ini");
 
-// Files are read at every try to open a port: a fault is worth a line when it is a new one.
-void complain(const QString &fault)
+// The file is read at every try to open a port: a fault is worth a line when it is a new one.
+void complain(const QString &port, const QString &fault)
 {
-    static QMutex mutex;
-    static QString latest; // guarded by mutex
-    const QMutexLocker lock(&mutex);
-    if (fault != latest && !fault.isEmpty())
+    static LatestFaults faults;
+    if (faults.isNew(port, fault))
         qWarning("%s: %s", fileName.data(), qUtf8Printable(fault));
-    latest = fault;
 }
 
 QString withoutLeadingSlash(QString key)
@@ -77,10 +75,13 @@ StoredPortSettings readSerialIni(const QString &name)
 {
     const QSettings settings(fileName, QSettings::IniFormat);
     StoredPortSettings result;
-    if (settings.status() != QSettings::NoError) {
-        complain(QStringLiteral("cannot be read, the defaults stand for %1").arg(name));
+    if (settings.status() == QSettings::AccessError) {
+        complain(name, QStringLiteral("cannot be read, the defaults stand for %1").arg(name));
         return result;
     }
+    // Told by Qt only when it has read a file that changed. The other lines stand.
+    if (settings.status() == QSettings::FormatError)
+        qWarning("%s: has lines that are no settings", fileName.data());
     QString fault;
     const QVariant param = valueOf(settings, name + QLatin1String("/param"));
     if (param.isValid() && isText(textOf(param)))
@@ -95,6 +96,6 @@ StoredPortSettings readSerialIni(const QString &name)
         result.timeout = ms;
     else if (timeout.isValid())
         fault = QStringLiteral("timeout of %1 is no time: %2").arg(name, textOf(timeout));
-    complain(fault);
+    complain(name, fault);
     return result;
 }

@@ -13,6 +13,7 @@ struct StoredPortSettings
  *  name + "/timeout".
  *
  *  Threads: any.
- *  Errors:  a missing file or key means the default; a file that cannot be read and a timeout
- *           that is none mean it too, and a warning when that is new. */
+ *  Errors:  a missing file or key means the default; a file that cannot be read and a value that
+ *           is none mean it too, and a warning when that is new for the port. Lines that are no
+ *           settings are skipped with a warning. */
 StoredPortSettings readSerialIni(const QString &name);

@@ -2,6 +2,7 @@
 
 #include "comm/portlock.h"
 #include "comm/portmanage.h"
+#include "comm/serialini.h"
 #include "guardedtest.h"
 #include "modbusserver.h"
 #include "ptypair.h"
@@ -79,6 +80,7 @@ private slots:
             { "[NAME]\ntimeout=-5\n",                                         "9600,n,8,1", 10, "timeout of NAME is no time: -5" },
             { "[dev]\npts\\NUMBER\\timeout=soon\n",                           "9600,n,8,1", 10, "timeout of NAME is no time: soon" },
             { "[dev]\npts\\NUMBER\\param=\x01\x02\xff\n",                     "9600,n,8,1", 10, "settings of NAME are no text" },
+            { "[broken\n[dev]\npts\\NUMBER\\param=\"1200,e,8,2\"\n",            "1200,e,8,2", 10, "has lines that are no settings" },
             { "folder",                                                       "9600,n,8,1", 10, "cannot be read, the defaults stand for NAME" },
             // clang-format on
         };
@@ -103,6 +105,11 @@ private slots:
                      warning.isEmpty() ? 0 : 1); // told once
             QCOMPARE(m_guard->unexpected(), QStringList());
         }
+        QVERIFY(QDir().rmdir(iniName) && writeFile(iniName, "[a]\ntimeout=x\n[b]\ntimeout=y\n"));
+        m_guard->expect(QStringLiteral("no time: [xy]$"));
+        for (const char *port : { "a", "b", "a", "b" })
+            QCOMPARE(readSerialIni(QString::fromLatin1(port)).timeout, 1000);
+        QCOMPARE(m_guard->messages().filter(QStringLiteral("no time: ")).size(), 2); // one a port
     }
 
     void openAndClosed()
