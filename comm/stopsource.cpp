@@ -65,13 +65,16 @@ StopSource::Wait StopSource::waitFor(int descriptor, short events, milliseconds 
         if (currentRequested())
             return Wait::Stopped;
         const auto left = std::chrono::ceil<milliseconds>(deadline - steady_clock::now());
-        const auto next =
-            std::clamp(left, milliseconds(0), wakeable ? milliseconds(60000) : slice);
+        const auto next = std::clamp(left, milliseconds(0), wakeable ? milliseconds(60000) : slice);
         const int ready = poll(watched, 2, int(next.count()));
         if (ready < 0 && errno != EINTR)
             return Wait::Failed;
+        if (ready > 0 && watched[0].revents & POLLNVAL) {
+            errno = EBADF;
+            return Wait::Failed;
+        }
         if (ready > 0 && watched[0].revents)
-            return watched[0].revents & POLLNVAL ? Wait::Failed : Wait::Ready;
+            return Wait::Ready;
         if (ready == 0 && left <= milliseconds(0))
             return Wait::TimedOut;
     }
