@@ -82,8 +82,21 @@ qint64 TrafficLog::appendLine(const QString &path)
     }
     // In one piece, so that a line is whole or missing.
     const ssize_t written = write(m_log, m_line.constData(), size_t(m_line.size()));
-    report(path, written < 0 ? errno : written < m_line.size() ? ENOSPC : 0);
-    return m_file.size + qMax<ssize_t>(written, 0);
+    const bool isWhole = written == m_line.size();
+    report(path, written < 0 ? errno : isWhole ? 0 : ENOSPC);
+    if (written > 0 && !isWhole)
+        cutOff(written);
+    return m_file.size + (isWhole ? written : 0);
+}
+
+// Takes the beginning of a line back, unless somebody wrote behind it.
+void TrafficLog::cutOff(off_t length) const
+{
+    const off_t end = lseek(m_log, 0, SEEK_CUR);
+    struct stat file = {};
+    if (end >= length && fstat(m_log, &file) == 0 && file.st_size == end
+        && ftruncate(m_log, end - length) != 0)
+        qWarning("TrafficLog: half a line stays: %s", strerror(errno));
 }
 
 // Opening and closing costs more than all the rest: a log stays open as long as its name stands

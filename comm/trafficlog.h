@@ -3,6 +3,7 @@
 #include <ctime>
 #include <QByteArray>
 #include <QString>
+#include <sys/types.h>
 
 /**
  * Writes the bytes of a line to its traffic log, one text line for a transfer.
@@ -47,6 +48,7 @@ private:
     void formatTime();
     void formatLine(const char *data, int length, int direction);
     qint64 appendLine(const QString &path); // the file's size then
+    void cutOff(off_t length) const;
     bool openLog(const QString &path);
     static bool identify(int directory, const char *name, File &file);
     void report(const QString &path, int error);

@@ -4,7 +4,9 @@
 #include "guardedtest.h"
 #include "ptypair.h"
 
+#include <csignal>
 #include <dlfcn.h>
+#include <sys/resource.h>
 
 static termios asked; // what the port asked for last
 
@@ -201,6 +203,19 @@ private slots:
         QCOMPARE(port.writeData("m", 1), 1);
         QVERIFY(fileContents("log_ttyLOG.log").endsWith("send: 6d \n"));
         QCOMPARE(fileContents("moved.log"), log);
+
+        // No half line on a disk that is full in the middle of it.
+        const QByteArray before = fileContents("log_ttyLOG.log");
+        signal(SIGXFSZ, SIG_IGN);
+        rlimit room = {};
+        getrlimit(RLIMIT_FSIZE, &room);
+        const rlimit little = { rlim_t(before.size()) + 9, room.rlim_max };
+        setrlimit(RLIMIT_FSIZE, &little);
+        m_guard->expect(QStringLiteral("^TrafficLog: cannot write"));
+        port.writeData("n", 1);
+        setrlimit(RLIMIT_FSIZE, &room);
+        QCOMPARE(fileContents("log_ttyLOG.log"), before);
+        QCOMPARE(m_guard->messages().filter(QStringLiteral("TrafficLog")).size(), 1);
     }
 
     void rotation()
