@@ -133,13 +133,26 @@ SerialPort *PortManage::getLockedPort(const QString &name)
         return nullptr;
     if (created)
         openAsConfigured(*port, name);
-    else if (!StopSource::lock(*port->mutex))
+    else if (!StopSource::lock(*port->mutex)) {
+        if (tickDue)
+            keepDue(name);
         return nullptr;
+    }
     if (tickDue)
         closeIfIdle(*port);
     if (!port->isOpen() || port->isHungUp())
         port->ReOpen();
     return port;
+}
+
+// The tick may have stopped trying when it found nothing due.
+void PortManage::keepDue(const QString &name)
+{
+    {
+        const QMutexLocker lock(&mutex);
+        m_due.insert(name);
+    }
+    QMetaObject::invokeMethod(m_retry, "start", Qt::QueuedConnection);
 }
 
 CommHandle *PortManage::getPortHandle(int vendorId, int productId)

@@ -52,7 +52,10 @@ public:
      *  @return null when the ids name a serial port or the calling thread was asked to stop */
     CommHandle *getPortHandle(int vendorId, int productId);
 
-    /** Closes and opens again, with the settings that "serial.ini" now has. */
+    /** Closes and opens again, with the settings that "serial.ini" now has.
+     *
+     *  A HID device has no lock of its own: its one user calls this, or Close(), while none of its
+     *  threads is in a transfer. */
     void ReOpen(const QString &name);
     void ReOpen(int vendorId, int productId);
 
@@ -67,6 +70,7 @@ public slots:
 
 private:
     static void closeIfIdle(SerialPort &port);
+    void keepDue(const QString &name);
     static void openHid(CommHandle &handle, int vendorId, int productId);
     static void closeHid(CommHandle &handle);
     SerialPort *findOrCreate(const QString &name, bool *created, bool *tickDue);

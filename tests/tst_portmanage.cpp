@@ -155,6 +155,13 @@ private slots:
         waiting.join();
         port->Lock();
         manager.timerProc();
+        StopSource stopped;
+        stopped.request();
+        {
+            const StopSource::Scope scope(stopped);
+            QVERIFY(!manager.getPortHandle(line.name()));
+        }
+        QTest::qWait(100); // the tick is tried again meanwhile
         port->UnLock();
         QTRY_VERIFY(!port->isOpen()); // without anybody asking for it
     }
