@@ -194,6 +194,9 @@ bool SerialPort::makeRaw()
     termios.c_iflag &= ~tcflag_t(IGNPAR | PARMRK | INPCK | ISTRIP | ICRNL | IXANY);
     // Left behind by another program, these would eat or change bytes of a frame.
     termios.c_iflag &= ~tcflag_t(INLCR | IGNCR | IUCLC);
+    termios.c_cflag &= ~tcflag_t(CMSPAR);
+    // A break would empty the queues; IGNBRK may stay, without it a break reads as a byte 0.
+    termios.c_iflag &= ~tcflag_t(BRKINT);
     termios.c_oflag &= ~tcflag_t(OPOST);
     for (const int character : { VINTR, VQUIT, VSTART, VSTOP, VSUSP, VMIN })
         termios.c_cc[character] = 0;

@@ -20,7 +20,7 @@ extern "C" int tcsetattr(int descriptor, int action, const termios *settings) no
 
 namespace {
 
-constexpr tcflag_t frameFlags = CSIZE | PARENB | PARODD | CSTOPB;
+constexpr tcflag_t frameFlags = CSIZE | PARENB | PARODD | CSTOPB | CMSPAR;
 constexpr int noticeable = 150; // ms; much less than any timeout used here
 const QString plain = QStringLiteral("9600,n,8,1");
 
@@ -47,6 +47,10 @@ private slots:
         m_guard->expect(QStringLiteral("does not support 50 baud operation\\.$"));
         for (const auto &row : rows) {
             PtyPair line;
+            termios left = line.settings();
+            left.c_cflag |= CMSPAR;
+            left.c_iflag |= BRKINT;
+            QCOMPARE(tcsetattr(line.master(), TCSAFLUSH, &left), 0);
             SerialPort port;
             QVERIFY(port.CommOpen(line.name(), QString::fromLatin1(row.text), 700));
             QCOMPARE(port.getPortSettings(), QString::fromLatin1(row.text));
@@ -55,7 +59,8 @@ private slots:
                 QCOMPARE(cfgetospeed(&set), row.speed);
                 QCOMPARE(asked.c_cflag & frameFlags, row.flags);
                 QCOMPARE(set.c_cflag & (CREAD | CLOCAL | CRTSCTS), tcflag_t(CREAD | CLOCAL));
-                QCOMPARE(set.c_iflag & (ICRNL | ISTRIP | IXON | IXOFF | IXANY), tcflag_t(0));
+                QCOMPARE(set.c_iflag & (ICRNL | ISTRIP | IXON | IXOFF | IXANY | BRKINT),
+                         tcflag_t(0));
                 QCOMPARE(set.c_lflag & (ICANON | ECHO | ISIG), tcflag_t(0));
                 QCOMPARE(set.c_oflag & OPOST, tcflag_t(0));
                 QCOMPARE(set.c_cc[VMIN] * 256 + set.c_cc[VTIME], 7);
