@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstring>
 #include <fcntl.h>
 #include <poll.h>
 #include <QDebug>
@@ -114,10 +115,16 @@ bool SerialPort::ReOpen()
 
 bool SerialPort::openAsStored(const char *caller)
 {
-    if (!QFile::exists(port) || !open(ReadWrite)) {
+    if (!open(ReadWrite)) {
+        const QString fault = QStringLiteral("%1 does not open: %2")
+                                  .arg(port, QString::fromLocal8Bit(strerror(m_openError)));
+        if (file && fault != m_openFault) // without one no settings were understood
+            qDebug("[%s]    %s", caller, qUtf8Printable(fault));
+        m_openFault = fault;
         qDebug("[%s]    open serial error!", caller);
         return false;
     }
+    m_openFault.clear();
     setBaudRate(openSettings.BaudRate);
     setDataBits(openSettings.DataBits);
     setParity(openSettings.Parity);
@@ -172,23 +179,26 @@ bool SerialPort::openFile()
     file->setFileName(port);
     const int node =
         ::open(QFile::encodeName(port).constData(), O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK);
-    if (node < 0) {
-        translateError(static_cast<unsigned long>(errno));
-        return false;
-    }
+    if (node < 0)
+        return failToOpen(errno);
     if (file->open(node, ReadWrite | Unbuffered, QFileDevice::AutoCloseHandle))
         return true;
     ::close(node);
+    return failToOpen(EBADF);
+}
+
+bool SerialPort::failToOpen(int error)
+{
+    m_openError = error;
+    translateError(static_cast<unsigned long>(error));
     return false;
 }
 
 // Fails on what is no terminal: frames must not end up in an ordinary file.
 bool SerialPort::makeRaw()
 {
-    if (tcgetattr(descriptor(), &termios) != 0) {
-        translateError(static_cast<unsigned long>(errno));
-        return false;
-    }
+    if (tcgetattr(descriptor(), &termios) != 0)
+        return failToOpen(errno);
     termios.c_cflag |= CREAD | CLOCAL;
     termios.c_lflag &= ~tcflag_t(ISIG | ICANON | ECHO | ECHOE | ECHOK | ECHONL);
     termios.c_iflag &= ~tcflag_t(IGNPAR | PARMRK | INPCK | ISTRIP | ICRNL | IXANY);

@@ -56,7 +56,7 @@ public:
     /** Opens the node `name` and sets the line.
      *  @param settings  "9600,n,8,1" or "12#3#0#0", see parseLineSettings()
      *  @param timeout   of a read, ms
-     *  @return true when the port is open; else the debug log tells why */
+     *  @return true when the port is open; else the debug log tells why, once per reason */
     bool CommOpen(const QString &name, const QString &settings, int timeout);
 
     /** Closes and opens again with what CommOpen() was given last. */
@@ -133,6 +133,7 @@ private:
     void applyTermios();
     void setModemLine(int line, bool on);
     void noteHangUp();
+    bool failToOpen(int error);
     std::chrono::milliseconds readTimeout() const;
     std::chrono::milliseconds writeTimeout() const;
 
@@ -148,6 +149,8 @@ private:
     QueryMode queryMode = Polling;
     mutable unsigned long errorCode = NoError;
     bool m_hungUp = false;
+    int m_openError = 0; // errno value of the last open()
+    QString m_openFault; // told last; empty while the port opens
     TrafficLog m_log;
     mutable QMutex m_settingsMutex; // for readers that do not hold the port
 };

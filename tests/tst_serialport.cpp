@@ -148,7 +148,11 @@ private slots:
             QVERIFY(!port.CommOpen(QString::fromLatin1(name), plain, 100) && !port.isOpen());
             QCOMPARE(m_guard->messages().constLast(),
                      QStringLiteral("[CommOpen]    open serial error!"));
+            QVERIFY(!port.ReOpen());
         }
+        QCOMPARE(m_guard->messages().filter(QStringLiteral(" does not open: ")).size(), 4);
+        QVERIFY(m_guard->messages().contains(
+            QStringLiteral("[CommOpen]    absent does not open: No such file or directory")));
     }
 
     void readsWhatIsThere()
