@@ -247,16 +247,22 @@ void PortManage::closeDue()
     m_tick = false;
     for (auto it = m_due.begin(); it != m_due.end();) {
         SerialPort *port = serialPortOf(*handles.value(*it));
-        if (port->mutex->tryLock()) {
-            closeIfIdle(*port);
-            port->UnLock();
-            it = m_due.erase(it);
-        } else {
-            ++it;
-        }
+        it = closeAtOnce(*port) ? m_due.erase(it) : std::next(it);
     }
     if (!m_due.isEmpty())
         m_retry->start();
+}
+
+// False when that would have to wait.
+bool PortManage::closeAtOnce(SerialPort &port)
+{
+    if (!port.mutex->tryLock())
+        return false;
+    const PortLock lock(port, std::adopt_lock);
+    if (port.isSending())
+        return false;
+    closeIfIdle(port);
+    return true;
 }
 
 void PortManage::closeIfIdle(SerialPort &port)

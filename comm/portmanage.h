@@ -64,11 +64,12 @@ public:
     void Close(int vendorId, int productId);
 
 public slots:
-    /** Closes the serial ports that are not marked as in use. A port that is busy is closed as
-     *  soon as it is free: this runs in the host's GUI thread and does not wait. */
+    /** Closes the serial ports that are not marked as in use. A port that is busy or
+     *  still sends is closed as soon as it is free: this runs in the host's GUI thread and does not wait. */
     void timerProc();
 
 private:
+    static bool closeAtOnce(SerialPort &port);
     static void closeIfIdle(SerialPort &port);
     void keepDue(const QString &name);
     static void openHid(CommHandle &handle, int vendorId, int productId);

@@ -16,11 +16,15 @@ namespace {
 
 using std::chrono::milliseconds;
 using std::chrono::seconds;
+using std::chrono::steady_clock;
 
 // What a terminal driver takes over before a write has to wait.
 constexpr int driverBuffer = 4096;
 constexpr int bitsPerByte = 11;
 constexpr long longestWait = 86400; // s
+// What is sent may pause for so long before the line counts as stuck.
+constexpr milliseconds longestPause { 1000 };
+constexpr milliseconds drainSlice { 20 };
 
 struct ErrorRow
 {
@@ -199,6 +203,8 @@ bool SerialPort::makeRaw()
 {
     if (tcgetattr(descriptor(), &termios) != 0)
         return failToOpen(errno);
+    // Setting the line waits for it without limit, and another program may have left it stopped.
+    dropUnsent();
     termios.c_cflag |= CREAD | CLOCAL;
     termios.c_lflag &= ~tcflag_t(ISIG | ICANON | ECHO | ECHOE | ECHOK | ECHONL);
     termios.c_iflag &= ~tcflag_t(IGNPAR | PARMRK | INPCK | ISTRIP | ICRNL | IXANY);
@@ -215,10 +221,32 @@ bool SerialPort::makeRaw()
 
 void SerialPort::close()
 {
+    while (isSending() && StopSource::waitFor(-1, 0, drainSlice) == StopSource::Wait::TimedOut) { }
+    if (!isSending())
+        dropUnsent(); // for which the system would wait half a minute
     if (file)
         file->close();
     m_log.close();
     QIODevice::close();
+}
+
+int SerialPort::unsent() const
+{
+    int bytes = 0;
+    return isOpen() && ioctl(descriptor(), TIOCOUTQ, &bytes) == 0 ? bytes : 0;
+}
+
+// Only what a driver holds back: a pseudo-terminal would drop what its reader has not read yet.
+void SerialPort::dropUnsent()
+{
+    if (unsent() > 0)
+        tcflush(descriptor(), TCOFLUSH);
+}
+
+bool SerialPort::isSending() const
+{
+    const int bytes = unsent();
+    return bytes > 0 && steady_clock::now() - m_lastWrite < longestPause + sendingTime(bytes);
 }
 
 int SerialPort::descriptor() const
@@ -296,12 +324,14 @@ qint64 SerialPort::writeData(const char *data, qint64 length)
         const int error = count < 0 ? errno : 0;
         if (meansHangUp(error))
             noteHangUp();
-        if (count > 0)
+        if (count > 0) {
             written += count;
-        else if (error != EINTR
-                 && (error != EAGAIN
-                     || StopSource::waitFor(descriptor(), POLLOUT, writeTimeout())
-                         != StopSource::Wait::Ready))
+            m_lastWrite = steady_clock::now();
+        } else if (error != EINTR
+                   && (error != EAGAIN
+                       || StopSource::waitFor(descriptor(), POLLOUT,
+                                              milliseconds(openTimeout) + sendingTime(driverBuffer))
+                           != StopSource::Wait::Ready))
             break;
     }
     if (written == 0 && length > 0) {
@@ -318,10 +348,10 @@ milliseconds SerialPort::readTimeout() const
     return milliseconds(100) * termios.c_cc[VTIME];
 }
 
-milliseconds SerialPort::writeTimeout() const
+milliseconds SerialPort::sendingTime(int bytes) const
 {
     const qint64 rate = s_UnixBaudList[currentSettings.BaudRate].rate;
-    return milliseconds(openTimeout) + milliseconds(1000LL * driverBuffer * bitsPerByte / rate);
+    return milliseconds(1000LL * bytes * bitsPerByte / rate);
 }
 
 void SerialPort::noteHangUp()

@@ -70,6 +70,7 @@ public:
     void UnLock();
 
     bool open(OpenMode mode) override;
+    /** Waits for what is being sent and drops what the line does not take. */
     void close() override;
     bool isSequential() const override { return true; }
     /** Bytes waiting in the driver; 0 on error. */
@@ -108,6 +109,8 @@ public:
     unsigned long lastError() const { return errorCode; }
     /** True when the open device went away: only a ReOpen() helps. */
     bool isHungUp() const { return m_hungUp; }
+    /** True while the driver may still send what was written; not when the line takes nothing. */
+    bool isSending() const;
 
     /** Writes one line to the traffic log. @param direction  1 = received, 0 = sent */
     void saveLogData(const char *data, int len, int direction);
@@ -134,8 +137,10 @@ private:
     void setModemLine(int line, bool on);
     void noteHangUp();
     bool failToOpen(int error);
+    int unsent() const;
+    void dropUnsent();
     std::chrono::milliseconds readTimeout() const;
-    std::chrono::milliseconds writeTimeout() const;
+    std::chrono::milliseconds sendingTime(int bytes) const;
 
     QFile *file = nullptr; // owned
     struct ::termios termios = {};
@@ -149,6 +154,7 @@ private:
     QueryMode queryMode = Polling;
     mutable unsigned long errorCode = NoError;
     bool m_hungUp = false;
+    std::chrono::steady_clock::time_point m_lastWrite;
     int m_openError = 0; // errno value of the last open()
     QString m_openFault; // told last; empty while the port opens
     TrafficLog m_log;

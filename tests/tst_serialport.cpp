@@ -6,16 +6,38 @@
 
 #include <csignal>
 #include <dlfcn.h>
+#include <sys/ioctl.h>
 #include <sys/resource.h>
 
-static termios asked; // what the port asked for last
+static termios asked;     // what the port asked for last
+static int unsent = 0;    // bytes that the line does not take
+static bool hung = false; // setting the line had to wait for them
 
 // Pseudo-terminals always have eight bits and no parity, so this is looked at on the way.
 extern "C" int tcsetattr(int descriptor, int action, const termios *settings) noexcept
 {
     static const auto real = reinterpret_cast<decltype(&tcsetattr)>(dlsym(RTLD_NEXT, "tcsetattr"));
     asked = *settings;
+    hung |= unsent > 0;
     return action == TCSAFLUSH ? real(descriptor, action, settings) : -1;
+}
+
+extern "C" int ioctl(int descriptor, unsigned long request, ...) noexcept
+{
+    static const auto real = reinterpret_cast<decltype(&ioctl)>(dlsym(RTLD_NEXT, "ioctl"));
+    va_list list;
+    va_start(list, request);
+    void *argument = va_arg(list, void *);
+    va_end(list);
+    if (request != TIOCOUTQ)
+        return real(descriptor, request, argument);
+    *static_cast<int *>(argument) = unsent;
+    return 0;
+}
+
+extern "C" int tcflush(int, int) noexcept
+{
+    return unsent = 0;
 }
 
 namespace {
@@ -153,6 +175,19 @@ private slots:
         QCOMPARE(m_guard->messages().filter(QStringLiteral(" does not open: ")).size(), 4);
         QVERIFY(m_guard->messages().contains(
             QStringLiteral("[CommOpen]    absent does not open: No such file or directory")));
+    }
+
+    void stuckLine()
+    {
+        PtyPair line;
+        SerialPort port;
+        unsent = 100; // of another program
+        QVERIFY(port.CommOpen(line.name(), plain, 20) && !hung);
+        port.writeData("c", 1);
+        unsent = 100;
+        Stopwatch clock;
+        port.close();
+        QVERIFY(unsent == 0 && clock.elapsed() >= 900 && clock.elapsed() < 5000);
     }
 
     void readsWhatIsThere()
