@@ -10,6 +10,10 @@
 #include <QTcpSocket>
 #include <QThread>
 
+#include <fcntl.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -45,10 +49,13 @@ void DeviceLink::prepare(const CycleSettings &settings)
         m_socket = new QTcpSocket;
         m_socket->setReadBufferSize(socketBufferSize);
     }
+    // A living connection to another peer than the settings name would report its values as the
+    // configured device's.
     if (!isPeer(settings) || m_socket->state() == QAbstractSocket::ClosingState)
         m_socket->abort();
     if (m_socket->state() != QAbstractSocket::UnconnectedState)
         return;
+    freePeer();
     if (StopSource::waitFor(-1, 0, pauseBeforeConnect) == StopSource::Wait::Stopped)
         return;
     m_peerAddress = settings.ipAddress;
@@ -56,6 +63,8 @@ void DeviceLink::prepare(const CycleSettings &settings)
     // Without a connection the query that follows fails, which is all there is to do about it.
     if (!connectToPeer(*m_socket, m_peerAddress, quint16(m_peerPort), connectTimeout))
         m_socket->abort();
+    else
+        m_connection = fcntl(int(m_socket->socketDescriptor()), F_DUPFD_CLOEXEC, 0);
 }
 
 int DeviceLink::query(const CycleSettings &settings)
@@ -78,14 +87,27 @@ void DeviceLink::dropSocket()
 {
     if (!m_socket)
         return;
-    // The thread of a host that called poll() may still run: its event loop, or its end, deletes
-    // the socket there. A thread without one never watched the socket.
+    freePeer();
+    // The thread of a host that called poll() may still run, and its dispatcher then knows the
+    // socket: only that thread may delete it, in its event loop or at its end, which may be long
+    // from now. No dispatcher knows the socket of a thread that has ended or never had one.
     QThread *home = m_socket->thread();
-    if (home != QThread::currentThread() && QAbstractEventDispatcher::instance(home))
+    if (home && home != QThread::currentThread() && QAbstractEventDispatcher::instance(home))
         m_socket->deleteLater();
     else
         delete m_socket;
     m_socket = nullptr;
+}
+
+// By a descriptor of its own: the socket's may not be touched in other threads than its own, whose
+// event loop may be closing it just now.
+void DeviceLink::freePeer()
+{
+    if (m_connection < 0)
+        return;
+    shutdown(m_connection, SHUT_RDWR);
+    close(m_connection);
+    m_connection = -1;
 }
 
 int DeviceLink::callOnPort(const CycleSettings &settings,

@@ -37,10 +37,11 @@ public:
     /** @return 1 when the driver carried the command out */
     int control(const CycleSettings &settings, CommandText &command);
 
-    /** Closes the connection. To be called in the polling thread before it ends. */
+    /** Closes the connection, at once for the peer. In any thread while nobody polls. */
     void dropSocket();
 
 private:
+    void freePeer();
     int callOnPort(const CycleSettings &settings,
                    const std::function<int(const PortDescriptor &)> &call);
     PortDescriptor socketDescriptor() const;
@@ -50,6 +51,7 @@ private:
     DataCallback m_callback;
     void *m_context;
     QTcpSocket *m_socket = nullptr;
+    int m_connection = -1; // second descriptor of m_socket's connection, owned; -1 without one
     QString m_peerAddress; // that m_socket was last connected to
     int m_peerPort = 0;
 };

@@ -199,29 +199,47 @@ private slots:
         QCOMPARE(used, (QSet<QPair<QString, int>> { last }));
     }
 
-    // The socket of a poll() is closed in the thread that polled, by its event loop.
-    void peerWhileThreadEnds()
+    void peerOfAnotherThread_data()
     {
+        QTest::addColumn<QString>("thread");
+        for (const char *thread : { "with an event loop", "without one", "gone" })
+            QTest::newRow(thread) << thread;
+    }
+
+    // A host polled from a thread of its own: the peer is free as soon as the client is gone.
+    void peerOfAnotherThread()
+    {
+        QFETCH(QString, thread);
         QTcpServer server;
         QVERIFY(server.listen(QHostAddress::LocalHost));
         auto client = std::make_unique<tavoClient>();
         configure(*client, "ups1",
                   "commType=1\nipAddr=127.0.0.1\nport=" + QByteArray::number(server.serverPort())
                       + '\n');
-        std::atomic<bool> polled { false };
-        const std::unique_ptr<QThread> host(QThread::create([&] {
+        QSemaphore polled;
+        QSemaphore end;
+        std::unique_ptr<QThread> host(QThread::create([&] {
             client->poll();
-            polled = true;
-            QEventLoop().exec();
+            polled.release();
+            if (thread == "with an event loop")
+                QEventLoop().exec();
+            else if (thread == "without one")
+                end.acquire();
         }));
         host->start();
-        QTRY_VERIFY_WITH_TIMEOUT(polled, 20000);
+        QVERIFY(polled.tryAcquire(1, 20000));
+        if (thread == "gone") {
+            QVERIFY(host->wait());
+            host.reset();
+        }
         QTRY_VERIFY(server.hasPendingConnections());
         const std::unique_ptr<QTcpSocket> peer(server.nextPendingConnection());
         client.reset();
-        QTRY_COMPARE(peer->state(), QAbstractSocket::UnconnectedState);
-        host->quit();
-        QVERIFY(host->wait());
+        QTRY_COMPARE_WITH_TIMEOUT(peer->state(), QAbstractSocket::UnconnectedState, 2000);
+        end.release();
+        if (host)
+            host->quit();
+        QVERIFY(!host || host->wait());
     }
 };
 
