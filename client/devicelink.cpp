@@ -69,6 +69,9 @@ void DeviceLink::prepare(const CycleSettings &settings)
 
 int DeviceLink::query(const CycleSettings &settings)
 {
+    // Without an entry nobody has to wait for the port.
+    if (!m_driver.hasQuery())
+        return 0;
     const auto call = [&](const PortDescriptor &port) {
         return m_driver.query(port, settings.address, m_callback, m_context);
     };
@@ -77,6 +80,8 @@ int DeviceLink::query(const CycleSettings &settings)
 
 int DeviceLink::control(const CycleSettings &settings, CommandText &command)
 {
+    if (!m_driver.hasControl())
+        return 0;
     const auto call = [&](const PortDescriptor &port) {
         return m_driver.control(port, settings.address, command.data(), m_context);
     };

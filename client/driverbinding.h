@@ -29,6 +29,10 @@ public:
      *  @return false when there is no such library, or the file is none */
     bool load();
 
+    /** Tells whether the driver is loaded and has the entry. */
+    bool hasQuery() const { return m_query != nullptr; }
+    bool hasControl() const { return m_control != nullptr; }
+
     /** Unloads the driver; without one nothing happens. */
     void unload();
 
