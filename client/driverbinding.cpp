@@ -24,6 +24,7 @@ bool DriverBinding::load()
         return true;
     } catch (...) {
         qDebug() << "load lib fail";
+        unload(); // or the next call would find a library
         return false;
     }
 }
