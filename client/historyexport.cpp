@@ -167,17 +167,15 @@ bool convert(QFile &source, Csv &csv, Target &target)
     return got == 0;
 }
 
-void writeTarget(const HistoryWords &words, const QString &sourcePath, const QString &path)
+void writeTarget(const HistoryWords &words, QFile &source, const QString &path)
 {
     Target target;
     if (path.isEmpty() || !target.open(path))
         return;
-    QFile source(sourcePath);
-    const bool hasSource = source.open(QIODevice::ReadOnly);
     Csv csv(words);
-    if (hasSource && !convert(source, csv, target)) {
+    if (source.isOpen() && !convert(source, csv, target)) {
         if (!StopSource::currentRequested())
-            qWarning() << "exportHistoryInfo" << sourcePath << source.errorString();
+            qWarning() << "exportHistoryInfo" << source.fileName() << source.errorString();
         return;
     }
     target.write(csv.lines());
@@ -189,10 +187,14 @@ void writeTarget(const HistoryWords &words, const QString &sourcePath, const QSt
 
 void exportHistory(const HistoryWords &words, const QString &source, const QString &target)
 {
-    writeTarget(words, source, target);
-    if (StopSource::currentRequested())
-        return;
-    QFile emptied(source);
-    if (!emptied.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        qWarning() << "exportHistoryInfo" << source << emptied.errorString();
+    // The file that is read is the one that is emptied, whatever gets its name meanwhile: the
+    // records of another device, or the target.
+    QFile records(source);
+    if (!records.open(QIODevice::ReadWrite | QIODevice::ExistingOnly))
+        records.open(QIODevice::ReadOnly);
+    if (!StopSource::currentRequested())
+        writeTarget(words, records, target);
+    const bool isEmpty = records.isOpen() ? records.resize(0) : records.open(QIODevice::Append);
+    if (!isEmpty)
+        qWarning() << "exportHistoryInfo" << source << records.errorString();
 }

@@ -17,8 +17,10 @@ struct HistoryWords
  *
  *  Works through the file piece by piece: memory does not grow with it. The target is written
  *  whole or keeps what it had; where it can only be written in place (no room for a second file
- *  beside it), it ends at a whole line. A calling thread whose StopSource asks leaves both files
- *  as they are.
+ *  beside it), it ends at a whole line. When the calling thread's StopSource asks, the target stays
+ *  as it was. The source is emptied then too, or the next device whose download fails would export
+ *  these records. What replaces the source meanwhile, under its name, is not touched: it may be
+ *  the target itself.
  *
  *  Threads: one export at a time for a source; reads and writes files, some seconds for millions
  *           of records.

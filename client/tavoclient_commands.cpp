@@ -57,13 +57,16 @@ void tavoClient::carryOut(const ControlCmd &command, const CycleSettings &curren
     CommandText text = commandText(command);
     const int outcome = m_link.control(current, text);
     qDebug() << command.controlId << command.controlValue << outcome;
-    if (isDownload && !m_stop.requested())
+    if (isDownload)
         finishDownload(command, outcome, current.deviceName);
 }
 
 void tavoClient::finishDownload(const ControlCmd &command, int outcome, const QString &name)
 {
     exportHistoryInfo(command.controlValue);
+    // An export that was broken off is no result.
+    if (m_stop.requested())
+        return;
     const QString text = tr(commandRow(command.controlId).text);
     const QString outcomeText = outcome == 1 ? tr("successful") : tr("failed");
     emit postDEvent(HistoryDownloadedEvent,

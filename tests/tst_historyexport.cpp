@@ -2,8 +2,10 @@
 #include "client/tavoclient.h"
 #include "guardedtest.h"
 
+#include <atomic>
 #include <csignal>
 #include <sys/resource.h>
+#include <thread>
 
 template <size_t N> static QString word(const HistoryTextRow (&rows)[N], const QString &code)
 {
@@ -55,6 +57,9 @@ private slots:
             m_client.exportHistoryInfo(path);
             QVERIFY2(fileContents("history.txt").isEmpty(), qPrintable(path));
         }
+        QVERIFY(writeFile("history.txt", source));
+        m_client.exportHistoryInfo("history.txt"); // as somebody may type in the dialog
+        QCOMPARE(fileContents("history.txt"), reference(source));
         QCOMPARE(m_guard->unexpected(), QStringList());
 
         // A disk that is full, at the end or in the middle: the old target stays, the log tells.
@@ -89,8 +94,19 @@ private slots:
         rusage before {};
         rusage after {};
         getrusage(RUSAGE_SELF, &before);
+        // Another client's driver moves its file into place meanwhile, which must not be emptied.
+        std::atomic<bool> done { false };
+        std::thread other([&done] {
+            writeFile("other", "1 16 1 1 1 1 1\n");
+            while (!done && !isOpen("history.txt"))
+                std::this_thread::yield();
+            rename("other", "history.txt");
+        });
         m_client.exportHistoryInfo("out.csv");
+        done = true;
+        other.join();
         getrusage(RUSAGE_SELF, &after);
+        QVERIFY(!fileContents("history.txt").isEmpty());
         const QByteArray line = "1a,The Start Time,Appear,3:01:02:05,grid mode,\n";
         const qint64 header = reference({}).size();
         QCOMPARE(QFileInfo("out.csv").size(), header + 1000000 * qint64(line.size()));
@@ -102,6 +118,14 @@ private slots:
     }
 
 private:
+    static bool isOpen(const QString &name)
+    {
+        const QFileInfoList opened = QDir("/proc/self/fd").entryInfoList(QDir::Files);
+        return std::any_of(opened.begin(), opened.end(), [&](const QFileInfo &file) {
+            return file.symLinkTarget() == QFileInfo(name).absoluteFilePath();
+        });
+    }
+
     static QByteArray reference(QByteArray source)
     {
         QString out = QStringLiteral("ID,Content,Status,Time,History mode,\n");
