@@ -11,6 +11,12 @@ bool ActivityGate::tryEnter()
     return true;
 }
 
+bool ActivityGate::isInside()
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return isOwn();
+}
+
 void ActivityGate::enter()
 {
     std::unique_lock<std::mutex> lock(m_mutex);
@@ -43,7 +49,7 @@ void ActivityGate::waitIdle()
 void ActivityGate::whenIdle(const std::function<void()> &action)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    if (isIdle())
+    if (m_inside == std::thread::id())
         action();
     else
         m_whenIdle = action;

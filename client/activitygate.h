@@ -17,6 +17,9 @@ public:
     /** Enters, unless a thread is inside already. */
     bool tryEnter();
 
+    /** True in the thread that is inside. */
+    bool isInside();
+
     /** Enters once nobody is inside. */
     void enter();
 
@@ -30,7 +33,8 @@ public:
     /** Waits for as long as it takes. */
     void waitIdle();
 
-    /** Has leave() call `action`, in the thread that leaves; at once when nobody is inside. */
+    /** Has leave() call `action`, in the thread that leaves; at once when nobody is inside. A
+     *  thread that is inside itself counts, other than with waitIdle(). */
     void whenIdle(const std::function<void()> &action);
 
 private:

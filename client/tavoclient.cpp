@@ -68,10 +68,13 @@ bool tavoClient::event(QEvent *event)
     if (event->type() != QEvent::DeferredDelete)
         return CollectThread::event(event);
     requestStop();
-    if (m_gate.waitIdle(deletionPatience))
+    // A slot or a driver may run an event loop within poll(): the cycle below it needs the client.
+    const bool isOwnCycle = m_gate.isInside();
+    if (!isOwnCycle && m_gate.waitIdle(deletionPatience))
         return CollectThread::event(event);
-    qWarning() << "tavoClient" << settings().deviceName
-               << "is deleted later: its driver has not returned yet";
+    if (!isOwnCycle)
+        qWarning() << "tavoClient" << settings().deviceName
+                   << "is deleted later: its driver has not returned yet";
     m_gate.whenIdle([this] { deleteLater(); });
     return true;
 }

@@ -267,6 +267,29 @@ private slots:
         }
     }
 
+    // A call out of the cycle runs an event loop, in which somebody removes the device.
+    void releasedWithinItsCycle()
+    {
+        tavoClient *const client = m_client.release();
+        const QPointer<tavoClient> alive(client);
+        bool survived = false;
+        theDriver().onControl([&](PortDescriptor &, const char *) {
+            writeFile("history.txt", "26 112 1 3 3725 0 4\n");
+            client->release(client);
+            QTest::qWait(100);
+            survived = alive;
+            return 1;
+        });
+        writeFile("out.csv", "old");
+        client->control(1045, "out.csv");
+        client->poll();
+        QVERIFY(survived);
+        QTRY_VERIFY(!alive);
+        QCOMPARE(takeTypes(), QVector<int>());
+        QCOMPARE(fileContents("out.csv"), QByteArray("old"));
+        QVERIFY(fileContents("history.txt").isEmpty()); // another device must not export it
+    }
+
     // The first connection comes after five seconds; another address is connected anew.
     void tcpPeer()
     {
