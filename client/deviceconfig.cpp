@@ -26,7 +26,7 @@ constexpr NumberRow numberRows[] = {
     { "/retries",  &DeviceConfig::retries,             5, 1,     1000 },
     { "/protocol", &DeviceConfig::protocol,            0, 0, highestInt },
     { "/interval", &DeviceConfig::interval,            5, 0,    86400 },
-    { "/commType", &DeviceConfig::communicationType,   0, 0,        2 },
+    { "/commType", &DeviceConfig::communicationType,   0, 0,        1 },
     { "/port",     &DeviceConfig::tcpPort,           502, 1,    65535 },
 };
 // clang-format on

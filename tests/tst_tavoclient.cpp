@@ -138,6 +138,7 @@ private slots:
 
     void commTypeTwoFails()
     {
+        m_guard->expect("ups1/commType=2 is outside");
         configure(*m_client, "ups1", "portName=/dev/nothing\nretries=1\ncommType=2\n");
         m_client->control(1003, {});
         cycle();
