@@ -22,3 +22,9 @@ struct CycleSettings
 
 /** The communication type that connects a TCP peer. */
 constexpr int tcpCommunication = 1;
+
+/** The TCP peer as "10.0.0.5:502". */
+inline QString peerText(const CycleSettings &settings)
+{
+    return QStringLiteral("%1:%2").arg(settings.ipAddress, QString::number(settings.tcpPort));
+}

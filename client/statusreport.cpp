@@ -21,8 +21,7 @@ QByteArray modelText(const DataStore &data)
 QString portText(const CycleSettings &settings)
 {
     if (settings.communicationType == tcpCommunication)
-        return QStringLiteral("tcp:%1:%2")
-            .arg(settings.ipAddress, QString::number(settings.tcpPort));
+        return QLatin1String("tcp:") + peerText(settings);
     return QStringLiteral("%1-%2").arg(settings.portName, settings.portSettings);
 }
 

@@ -11,7 +11,7 @@ constexpr int firstLanguage = 1;
 QString deviceText(const CycleSettings &settings)
 {
     if (settings.communicationType == tcpCommunication)
-        return QStringLiteral("%1:%2").arg(settings.ipAddress, QString::number(settings.tcpPort));
+        return peerText(settings);
     return settings.portName;
 }
 
