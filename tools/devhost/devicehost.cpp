@@ -78,6 +78,8 @@ QByteArray wrapped(const QStringList &pairs)
 DeviceHost::DeviceHost(const HostOptions &options, CollectThread &factory)
     : m_options(options)
     , m_factory(factory)
+    , m_end(options.duration > 0 ? QDeadlineTimer(qint64(options.duration * 1000))
+                                 : QDeadlineTimer(QDeadlineTimer::Forever))
     , m_out(STDOUT_FILENO)
 {
 }
@@ -212,6 +214,9 @@ void DeviceHost::command(const QString &line)
 
 void DeviceHost::take(HostDevice &device, const HostEvent &event)
 {
+    // Reports that come faster than they are printed queue up, and the end waits behind them.
+    if (m_end.hasExpired())
+        return;
     print(device, event);
     log(device, event);
     if (event.isRequest())

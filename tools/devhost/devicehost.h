@@ -4,6 +4,7 @@
 #include "hostdevice.h"
 #include "linewriter.h"
 
+#include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QObject>
 
@@ -82,6 +83,7 @@ private:
 
     HostOptions m_options;
     CollectThread &m_factory;
+    QDeadlineTimer m_end; // of --duration
     std::vector<std::unique_ptr<HostDevice>> m_devices;
     QList<HostCommand> m_commands;
     QMap<QString, PrintedReport> m_printed; // by device

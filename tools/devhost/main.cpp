@@ -38,7 +38,7 @@ void connectEnds(DeviceHost &host, SignalWatch &signalWatch, double duration)
     // Queued: the end may be asked for before the event loop runs.
     QObject::connect(&host, &DeviceHost::finished, &host, finish, Qt::QueuedConnection);
     if (duration > 0)
-        QTimer::singleShot(int(qMin(duration * 1000, 2e9)), &host, finishWell);
+        QTimer::singleShot(int(qMin(duration * 1000, 2e9)), Qt::PreciseTimer, &host, finishWell);
 }
 
 /** Turns the code of the event loop into the program's. */
