@@ -8,12 +8,12 @@
 struct DeviceConfig
 {
     QString languageFlag; ///< "1" for language 0, "0" for any other: intended
-    QString portName;     ///< serial or HID port
+    QString portName;     ///< serial port
     int address = 0;      ///< device address on the line
     int retries = 0;      ///< failed queries until the link counts as lost
     int protocol = 0;
     int interval = 0;           ///< s
-    int communicationType = 0;  ///< 1 = TCP, 0 = serial or HID port
+    int communicationType = 0;  ///< 1 = TCP, 0 = serial port; others: see CycleSettings
     QString ipAddress;          ///< TCP peer
     int tcpPort = 0;            ///< TCP peer's port; 16 bits are used
     QMap<int, int> eventChoice; ///< event index -> record it (0 or 1)

@@ -12,7 +12,7 @@
 struct DeviceSpec
 {
     QString name; ///< unique, not empty
-    QString port; ///< serial node or "vendor.product"; empty for TCP
+    QString port; ///< serial node; empty for TCP
     QString host; ///< TCP peer; empty for a port
     int tcpPort = 502;
     int address = 1;  ///< unit on the line, 1 to 247
