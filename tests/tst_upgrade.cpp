@@ -5,6 +5,7 @@
 #include "support/guardedtest.h"
 #include "support/modalanswer.h"
 #include "support/privatebus.h"
+#include "view/dialog.h"
 #include "view/loading.h"
 #include "view/tavoview.h"
 #include "view/upgraderun.h"
@@ -55,15 +56,20 @@ private slots:
         view.refreshLayout();
         view.show();
         view.setUpgradePlanner([&] { return plan(service, program); });
+        auto *dialog = view.findChild<Dialog *>();
+        dialog->show();
 
         QString shown;
         {
             const ModalAnswer confirm([](QDialog &box) { box.accept(); });
             view.findChild<QPushButton *>("ups_upgrade")->click();
         }
-        auto *pages = view.findChild<QTabWidget *>();
+        QVERIFY(!dialog->isVisible());
+        auto *tabs = view.findChild<QTabWidget *>();
+        QVERIFY(tabs->tabBar()->isEnabled()); // keeps its titles
+        QWidget *pages = tabs->currentWidget()->parentWidget();
         QVERIFY(!pages->isEnabled());
-        QVERIFY(pages->findChild<Loading *>());
+        QVERIFY(tabs->findChild<Loading *>());
         const ModalAnswer read([&](QDialog &box) {
             shown = box.findChild<QLabel *>()->text();
             box.accept();
@@ -74,28 +80,51 @@ private slots:
         QVERIFY2(message.isEmpty() ? shown.isEmpty() : shown.contains(message), qPrintable(shown));
         QVERIFY(m_guard->messages().join('\n').contains(message));
         QCOMPARE(fileContents("arguments"), QByteArray(runsProgram ? "/dev/ttyUSB0|1|" : ""));
-        QVERIFY(!pages->findChild<Loading *>());
+        QVERIFY(!tabs->findChild<Loading *>());
         QCOMPARE(isRunning(service), service != "Missing" && service != "FailsToStart");
     }
 
     void viewDeletedMeanwhile()
     {
-        auto page = std::make_unique<QWidget>();
-        page->show();
-        UpgradeRun *run = UpgradeRun::begin(
-            page.get(),
-            plan("Deleted", script("touch begun; while [ ! -e go ]; do sleep 0.05; done")));
+        auto window = std::make_unique<QWidget>();
+        auto *page = new QWidget(window.get());
+        window->show();
+        UpgradeRun *run = UpgradeRun::begin(page, plan("Deleted", script(untilToldToGo)));
         QSignalSpy finished(run, &UpgradeRun::finished);
         QTRY_VERIFY_WITH_TIMEOUT(QFile::exists("begun"), 20000);
         QVERIFY(!isRunning("Deleted"));
-        page.reset();
+        window.reset();
         QVERIFY(writeFile("go", {}));
         QVERIFY(finished.wait(20000));
         QCOMPARE(finished.at(0).at(0).toStringList(), QStringList());
         QVERIFY(isRunning("Deleted"));
     }
 
+    void severalDevices()
+    {
+        QWidget window;
+        const auto begin = [&](const QByteArray &body) {
+            return std::make_unique<QSignalSpy>(
+                UpgradeRun::begin(new QWidget(&window), plan("Shared", script(body))),
+                &UpgradeRun::finished);
+        };
+        const auto slow = begin(untilToldToGo);
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists("begun"), 20000);
+        const auto quick = begin("true");
+        QVERIFY(quick->wait(20000));
+        QVERIFY(!isRunning("Shared")); // the slow one still needs it stopped
+        QVERIFY(writeFile("go", {}));
+        QTRY_VERIFY_WITH_TIMEOUT(isRunning("Shared"), 20000);
+        const auto late = begin("true"); // while the service settles
+        QTRY_COMPARE_WITH_TIMEOUT(late->size(), 1, 20000);
+        QVERIFY(isRunning("Shared"));
+        for (const auto *run : { &slow, &quick, &late })
+            QCOMPARE((*run)->at(0).at(0).toStringList(), QStringList());
+    }
+
 private:
+    static constexpr char untilToldToGo[] = "touch begun; while [ ! -e go ]; do sleep 0.05; done";
+
     // An upgrade program that says whom it was started for and whether the service had made way.
     QString script(const QByteArray &body)
     {

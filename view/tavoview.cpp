@@ -331,13 +331,20 @@ void tavoView::dispatch(const QString &name)
         setTime();
     } else if (name == QLatin1String("ups_upgrade")) {
         control(ControlTables::Upgrade, QString());
-        if (m_upgradePlanner)
-            UpgradeRun::begin(m_tabs, m_upgradePlanner());
+        if (m_upgradePlanner && m_tabs)
+            upgrade();
     } else if (name == QLatin1String("download_history_log")) {
         downloadHistory();
     } else {
         control(ControlTables::SetParameter, QString::fromLatin1(ControlTables::OtherArgument));
     }
+}
+
+void tavoView::upgrade()
+{
+    m_dialog->reject(); // no setting may be sent meanwhile
+    // Over the pages only: disabled tabs would lose their titles.
+    UpgradeRun::begin(m_tabs->currentWidget()->parentWidget(), m_upgradePlanner());
 }
 
 void tavoView::setTime()

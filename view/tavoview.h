@@ -83,6 +83,7 @@ private:
     void applyUserLevel();
     void refreshPanels();
     void dispatch(const QString &name);
+    void upgrade();
     void setTime();
     void downloadHistory();
 

@@ -8,14 +8,20 @@
 #include <QEvent>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace {
 
-/** A busy indicator over the whole of a widget, whatever its size becomes. */
+/**
+ * A busy indicator over the whole of a widget, whatever its size becomes.
+ *
+ * It lies beside that widget: a stack of pages would raise its new page above it.
+ */
 class BusyCover : public QWidget
 {
 public:
     explicit BusyCover(QWidget *covered)
-        : QWidget(covered)
+        : QWidget(covered->parentWidget())
     {
         constexpr int indicatorSize = 120;
         auto *indicator = new Loading(this);
@@ -23,7 +29,7 @@ public:
         auto *layout = new QVBoxLayout(this);
         layout->addWidget(indicator, 0, Qt::AlignCenter);
         covered->installEventFilter(this);
-        setGeometry(covered->rect());
+        setGeometry(covered->geometry());
         show();
         raise();
     }
@@ -31,11 +37,18 @@ public:
 protected:
     bool eventFilter(QObject *covered, QEvent *event) override
     {
-        if (event->type() == QEvent::Resize)
-            setGeometry(static_cast<QWidget *>(covered)->rect());
+        if (event->type() == QEvent::Resize || event->type() == QEvent::Move)
+            setGeometry(static_cast<QWidget *>(covered)->geometry());
         return QWidget::eventFilter(covered, event);
     }
 };
+
+// Those that have not ended. Confined to the GUI thread.
+QList<UpgradeRun *> &runs()
+{
+    static QList<UpgradeRun *> all;
+    return all;
+}
 
 // Nothing was stopped, because there is nothing to stop.
 bool isAbsent(ServiceError error)
@@ -48,7 +61,7 @@ bool isAbsent(ServiceError error)
 UpgradeRun *UpgradeRun::begin(QWidget *page, const UpgradePlan &plan)
 {
     auto *run = new UpgradeRun(page, plan);
-    run->m_controller.requestStop();
+    run->stopService();
     return run;
 }
 
@@ -58,6 +71,7 @@ UpgradeRun::UpgradeRun(QWidget *page, const UpgradePlan &plan)
     , m_page(page)
     , m_cover(new BusyCover(page))
 {
+    runs().append(this);
     page->setEnabled(false);
     m_controller.setScope(plan.scope);
     m_controller.setAuthorization(ServiceAuthorization::Interactive);
@@ -66,6 +80,26 @@ UpgradeRun::UpgradeRun(QWidget *page, const UpgradePlan &plan)
     connect(&m_program, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this,
             &UpgradeRun::programFinished);
     connect(qApp, &QCoreApplication::aboutToQuit, this, &UpgradeRun::finishBeforeQuit);
+}
+
+bool UpgradeRun::isAlone() const
+{
+    const QList<UpgradeRun *> &all = runs();
+    return std::none_of(all.begin(), all.end(), [this](const UpgradeRun *other) {
+        return other != this && other->m_plan.service == m_plan.service;
+    });
+}
+
+void UpgradeRun::stopService()
+{
+    // A start that is under way would overtake the stop: it ends first.
+    for (const UpgradeRun *other : qAsConst(runs())) {
+        if (other->m_isStarting && other->m_plan.service == m_plan.service) {
+            connect(other, &UpgradeRun::finished, this, &UpgradeRun::stopService);
+            return;
+        }
+    }
+    m_controller.requestStop();
 }
 
 void UpgradeRun::serviceDone(ServiceAction action, const ServiceResult &result)
@@ -109,6 +143,9 @@ void UpgradeRun::programFinished(int exitCode, QProcess::ExitStatus status)
 
 void UpgradeRun::startService()
 {
+    if (!isAlone())
+        return conclude();
+    m_isStarting = true;
     m_controller.requestStart();
 }
 
@@ -127,7 +164,8 @@ void UpgradeRun::finishBeforeQuit()
     disconnect(&m_controller, nullptr, this, nullptr);
     if (m_program.state() != QProcess::NotRunning)
         m_program.waitForFinished(-1);
-    if (!m_controller.start())
+    runs().removeOne(this);
+    if (isAlone() && !m_controller.start())
         qWarning("upgrade: %s", qPrintable(m_controller.errorString()));
 }
 
@@ -140,6 +178,7 @@ void UpgradeRun::addFailure(const QString &text)
 void UpgradeRun::conclude()
 {
     disconnect(qApp, nullptr, this, nullptr);
+    runs().removeOne(this);
     delete m_cover;
     if (m_page)
         m_page->setEnabled(true);

@@ -10,10 +10,11 @@
 /**
  * One upgrade: stops the host's service, runs the upgrade program, starts the service again.
  *
- * The service is started again whatever happened before. Only when it is there and would not stop
- * the program is not run: two programs must not talk to a device whose firmware is replaced.
- * Meanwhile the page shows that it is busy and takes no input. An application that quits waits
- * for the program's end: an upgrade that is killed half-way leaves a device without firmware.
+ * The service is started again whatever happened before; of several runs at a time, the last to
+ * end does it. Only when it is there and would not stop the program is not run: it would have to
+ * share the device with the service. The client is not stopped by this: it polls on. Meanwhile the
+ * page shows that it is busy and takes no input. An application that quits waits for the program's
+ * end: an upgrade that is killed half-way leaves a device without firmware.
  *
  * Threads:   GUI thread, which it never blocks but at the application's end.
  * Ownership: its own; it outlives the page and deletes itself after finished().
@@ -24,17 +25,19 @@ class UpgradeRun : public QObject
     Q_OBJECT
 
 public:
-    /** Begins an upgrade over `page`. */
+    /** Begins an upgrade over `page`, which lies in another widget. */
     static UpgradeRun *begin(QWidget *page, const UpgradePlan &plan);
 
 signals:
-    /** The service was asked to run again.
+    /** The service runs again, or is left to another run that still needs it stopped.
      *  @param failures  what people should know; empty after a good upgrade */
     void finished(const QStringList &failures);
 
 private:
     explicit UpgradeRun(QWidget *page, const UpgradePlan &plan);
 
+    bool isAlone() const;
+    void stopService();
     void serviceDone(ServiceAction action, const ServiceResult &result);
     void serviceStopped(const ServiceResult &result);
     void programFailed(QProcess::ProcessError error);
@@ -50,6 +53,7 @@ private:
     QProcess m_program;
     QPointer<QWidget> m_page;
     QPointer<QWidget> m_cover; // over the page, with the busy indicator
+    bool m_isStarting = false; // the service, as the last run
     ServiceError m_stopError = ServiceError::None;
     QStringList m_failures;
 };
