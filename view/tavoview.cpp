@@ -4,6 +4,7 @@
 #include "dialog.h"
 #include "displaytext.h"
 #include "energyline.h"
+#include "lookonly.h"
 #include "msgbox.h"
 #include "recordtable.h"
 #include "upgraderun.h"
@@ -173,6 +174,7 @@ QWidget *tavoView::createConfiguration()
                 SLOT(slot_doubleClicked(int, int)));
     }
     keepDisabledTabs(*tabs, font());
+    new LookOnly(*tabs);
     stack->addWidget(tabs);
     return stack;
 }
