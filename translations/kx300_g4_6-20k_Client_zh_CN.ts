@@ -276,14 +276,6 @@
         <source>No events</source>
         <translation>无事件</translation>
     </message>
-    <message>
-        <source>Data/Time</source>
-        <translation>日期/时间</translation>
-    </message>
-    <message>
-        <source>Event description</source>
-        <translation>事件描述</translation>
-    </message>
 </context>
 <context>
     <name>Service</name>
@@ -2010,6 +2002,14 @@
     <message>
         <source>The file cannot be written!</source>
         <translation>文件无法写入!</translation>
+    </message>
+    <message>
+        <source>Data/Time</source>
+        <translation>日期/时间</translation>
+    </message>
+    <message>
+        <source>Event description</source>
+        <translation>事件描述</translation>
     </message>
 </context>
 <context>

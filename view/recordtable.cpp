@@ -13,12 +13,12 @@ constexpr int TimeColumnWidth = 220;
 
 } // namespace
 
-RecordTable::RecordTable(QWidget *parent)
+RecordTable::RecordTable(const QStringList &headers, QWidget *parent)
     : QTableWidget(0, ColumnCount, parent)
     , m_emptyNote(new QLabel(tr("No events"), viewport()))
 {
     setObjectName(QStringLiteral("RecordTable"));
-    setHorizontalHeaderLabels({ tr("Data/Time"), tr("Event description") });
+    setHorizontalHeaderLabels(headers);
     styleAsWhiteTable(*this);
     horizontalHeader()->setSectionResizeMode(TimeColumn, QHeaderView::Fixed);
     horizontalHeader()->setSectionResizeMode(DescriptionColumn, QHeaderView::Stretch);

@@ -14,7 +14,8 @@ class RecordTable : public QTableWidget
 public:
     enum Column { TimeColumn, DescriptionColumn, ColumnCount };
 
-    explicit RecordTable(QWidget *parent = nullptr);
+    /** @param headers  the titles, in the order of Column */
+    explicit RecordTable(const QStringList &headers, QWidget *parent = nullptr);
 
     /** Shows the events in their order; writes only what differs.
      *  @param texts  the description of event k at index k */

@@ -94,7 +94,8 @@ QWidget *tavoView::createAlarmPage()
 {
     auto *page = new QWidget(m_tabs);
     page->setObjectName(QStringLiteral("AlarmTable"));
-    m_recordTable = new RecordTable(page);
+    // Titles follow the cells: the time stands first.
+    m_recordTable = new RecordTable({ tr("Data/Time"), tr("Event description") }, page);
     auto *column = new QVBoxLayout(page);
     column->addWidget(m_recordTable);
     return page;
@@ -373,7 +374,7 @@ void tavoView::downloadHistory()
             qWarning("tavoView: cannot write %s: %s", qPrintable(name),
                      qPrintable(file.errorString()));
             MsgBox::ask(this, MsgBox::Notice, tr("The file cannot be written!"));
-            return;
+            return; // intended: a command with this name could only fail as well
         }
     }
     control(ControlTables::DownloadHistory, name);
