@@ -38,6 +38,7 @@ private slots:
         m_dialog = std::make_unique<Dialog>();
         m_posted = std::make_unique<QSignalSpy>(m_dialog.get(), &Dialog::postDEvent);
         m_record = {};
+        m_record.name = "Number:";
     }
 
     void cleanup()
@@ -123,7 +124,9 @@ private slots:
     {
         load(1, 0, 10);
         sentAfter("5");
+        m_record.name = QString(35, 'w');
         load(1, 0, 10); // a new record ends the old one
+        QVERIFY(m_dialog->width() >= m_dialog->sizeHint().width());
         QVERIFY(button(*m_dialog, "btnBlue")->isEnabled());
         QTest::qWait(1200); // the first record's close delay is over
         QVERIFY(m_dialog->isVisible());
@@ -189,7 +192,6 @@ private slots:
 private:
     void load(float scale, int min, int max)
     {
-        m_record.name = "Number:";
         m_record.value = "-";
         m_record.dataId = 3007;
         m_record.scale = scale;

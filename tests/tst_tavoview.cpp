@@ -81,8 +81,8 @@ private slots:
     void settingsShowValuesAndRanges()
     {
         tabs()->setCurrentIndex(tavoView::ControlTab);
-        m_view->refreshData();
-        QCOMPARE(cell("basicTable", "Boost cycle:", 1), QString("-")); // no report yet
+        m_view->flushData({});
+        QCOMPARE(cell("basicTable", "Boost cycle:", 1), QString("-")); // never answered
         m_view->flushData({ { 3007, 2.25f }, { 3045, 1.0f }, { 3011, 0.0f }, { 3000, 3.0f } });
         QCOMPARE(cell("basicTable", "Boost cycle:", 1), QString("0Hour")); // missing in the report
         QCOMPARE(cell("basicTable", "Cell float voltage:", 1), QString("2.25V"));

@@ -129,6 +129,7 @@ void Dialog::initial(ParameterInformation *record)
     for (auto it = record->combo.constBegin(); it != record->combo.constEnd(); ++it)
         m_optionBox->addItem(it.key(), it.value());
     switchPage(m_mode);
+    adjustSize(); // a window that was shown before keeps its width, whatever the name's is
 }
 
 void Dialog::takeRange()

@@ -224,7 +224,8 @@ QString tavoView::getPvalue(const ParameterInformation *record) const
 void tavoView::flushData(QMap<int, QVariant> report)
 {
     CollectView::flushData(report);
-    m_hasReport = true;
+    // A device that has never answered is reported without any value: that is no report to show.
+    m_hasReport = m_hasReport || !report.isEmpty();
     // Both follow every report, whichever tab is current: the time of an event is when it was
     // first seen, and the dialog checks against the ranges of the current battery type.
     m_eventRecord.update(report, m_viewData.getAlarmList().size(), QDateTime::currentDateTime());
@@ -297,11 +298,20 @@ void tavoView::slot_doubleClicked(int row, int)
             continue;
         m_editedRecord = settings.records.at(row);
         m_dialog->initial(m_editedRecord);
-        m_dialog->selectOption(integerAt(dataReport, m_editedRecord->dataId));
+        if (dataReport.contains(m_editedRecord->dataId))
+            m_dialog->selectOption(integerAt(dataReport, m_editedRecord->dataId));
         m_dialog->setDevName(deviceName);
         if (userLevel > 0)
-            m_dialog->show();
+            showDialog();
     }
+}
+
+void tavoView::showDialog()
+{
+    if (!m_dialog->isVisible())
+        return m_dialog->show();
+    m_dialog->raise(); // it may be behind another window
+    m_dialog->activateWindow();
 }
 
 void tavoView::setUpgradePlanner(UpgradePlanner planner)

@@ -81,6 +81,7 @@ private:
     QWidget *createMaintenancePage();
     void createDialog();
     void applyUserLevel();
+    void showDialog();
     void refreshPanels();
     void dispatch(const QString &name);
     void upgrade();
@@ -88,7 +89,7 @@ private:
     void downloadHistory();
 
     tavo_6_20k_View m_viewData;
-    bool m_hasReport = false;
+    bool m_hasReport = false; // one with values
     EventRecord m_eventRecord;
     QTabWidget *m_tabs = nullptr; // null until the layout is built
     Energyline *m_diagram = nullptr;
