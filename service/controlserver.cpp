@@ -1,6 +1,7 @@
 #include "controlserver.h"
 
 #include <QLocalSocket>
+#include <QPointer>
 #include <QTimer>
 
 namespace {
@@ -55,23 +56,31 @@ void ControlServer::admit(QLocalSocket *peer)
     patience->start(m_peerTime);
     connect(patience, &QTimer::timeout, peer, &QLocalSocket::abort);
     connect(peer, &QLocalSocket::readyRead, patience, qOverload<>(&QTimer::start));
-    connect(peer, &QLocalSocket::readyRead, this, [this, peer] { takeLines(peer); });
+    connect(peer, &QLocalSocket::readyRead, this,
+            [this, peer, patience] { takeLines(peer, patience); });
     connect(peer, &QLocalSocket::disconnected, this, [this, peer] {
         --m_peers;
         peer->deleteLater();
     });
     peer->setReadBufferSize(ControlLineLimit);
-    takeLines(peer);
+    takeLines(peer, patience);
 }
 
-void ControlServer::takeLines(QLocalSocket *peer)
+void ControlServer::takeLines(QLocalSocket *peer, QTimer *patience)
 {
+    const QPointer<QLocalSocket> alive(peer);
     while (peer->canReadLine()) {
         const auto request = parseControlRequest(peer->readLine(ControlLineLimit + 1).chopped(1));
         if (!request)
             return peer->abort();
-        peer->write(controlLine(m_handler(*request)));
+        patience->stop(); // it is not the peer that is silent now
+        const ControlReply reply = m_handler(*request);
+        if (!alive)
+            return; // the peer left while the handler ran events
+        peer->write(controlLine(reply));
         peer->flush();
+        if (request->verb != ControlVerb::Terminate || !reply.ok)
+            patience->start();
     }
     if (peer->bytesAvailable() >= ControlLineLimit)
         peer->abort();

@@ -9,14 +9,16 @@
 #include <functional>
 
 class QLocalSocket;
+class QTimer;
 
 /**
  * The service's end of its control socket: answers the requests of a few peers at a time.
  *
  * Peers are not trusted with more than a request: a line that is too long or is none, and a
- * silence longer than the peer's time, end the connection.
+ * silence longer than the peer's time, end the connection. That of a "terminate" stays: its end
+ * tells the peer of the service's end.
  *
- * Threads:   the thread it lives in, in which the handler is called.
+ * Threads:   the thread it lives in, in which the handler is called; it may run events.
  * Ownership: owns its peers; deleting it ends their connections and removes the socket.
  */
 class ControlServer : public QObject
@@ -39,7 +41,7 @@ public:
 private:
     void admitPeers();
     void admit(QLocalSocket *peer);
-    void takeLines(QLocalSocket *peer);
+    void takeLines(QLocalSocket *peer, QTimer *patience);
 
     Handler m_handler;
     std::chrono::milliseconds m_peerTime;

@@ -160,6 +160,33 @@ private slots:
         QVERIFY(honest.readLine().startsWith("ok two lines yyy"));
     }
 
+    void patience()
+    {
+        std::unique_ptr<QLocalSocket> leaving;
+        ControlServer server(
+            [&leaving](const ControlRequest &) {
+                leaving.reset();
+                QTest::qWait(200); // longer than the peer's time; a peer that left is deleted here
+                return ControlReply { true, {} };
+            },
+            std::chrono::milliseconds(100));
+        QCOMPARE(server.listen(path("s")), ControlServer::Outcome::Listening);
+        const auto peerThatSays = [this](const char *line) {
+            auto peer = std::make_unique<QLocalSocket>();
+            peer->connectToServer(path("s"));
+            peer->write(line);
+            peer->flush();
+            return peer;
+        };
+        const auto patient = peerThatSays("terminate\n");
+        QTRY_COMPARE(patient->bytesAvailable(), 3);
+        leaving = peerThatSays("state\n");
+        QTRY_VERIFY(!leaving);
+        const auto silent = peerThatSays("");
+        QTRY_COMPARE(silent->state(), QLocalSocket::UnconnectedState);
+        QCOMPARE(patient->state(), QLocalSocket::ConnectedState);
+    }
+
     void othersUnitFileIsLeftAlone()
     {
         const QString folder = unitDirectory(ServiceScope::User);
