@@ -7,8 +7,6 @@
 
 namespace {
 
-const QLatin1String managerPath("/org/freedesktop/systemd1");
-const QLatin1String managerInterface("org.freedesktop.systemd1.Manager");
 const QLatin1String unitInterface("org.freedesktop.systemd1.Unit");
 const QLatin1String serviceInterface("org.freedesktop.systemd1.Service");
 const QLatin1String propertiesInterface("org.freedesktop.DBus.Properties");
@@ -58,7 +56,7 @@ void ManagerJob::proceed()
 
 void ManagerJob::locateUnit()
 {
-    call({ managerPath, managerInterface, QStringLiteral("LoadUnit"), { unitName(m_target.name) } },
+    call(ManagerLink::managerCall(QStringLiteral("LoadUnit"), { unitName(m_target.name) }),
          [this](const QDBusMessage &reply) {
              m_unitPath = pathIn(reply);
              readUnit(&ManagerJob::decide);
@@ -98,12 +96,9 @@ void ManagerJob::decide()
 void ManagerJob::requestJob()
 {
     const bool starts = m_action == ServiceAction::Start;
-    const ManagerLink::Call request { managerPath,
-                                      managerInterface,
-                                      starts ? QStringLiteral("StartUnit")
-                                             : QStringLiteral("StopUnit"),
-                                      { unitName(m_target.name), QStringLiteral("replace") },
-                                      m_target.authorization };
+    const ManagerLink::Call request = ManagerLink::managerCall(
+        starts ? QStringLiteral("StartUnit") : QStringLiteral("StopUnit"),
+        { unitName(m_target.name), QStringLiteral("replace") }, m_target.authorization);
     if (m_target.authorization == ServiceAuthorization::Interactive)
         m_deadline.start(dialogueLimit);
     call(request, [this](const QDBusMessage &reply) {
@@ -148,7 +143,7 @@ void ManagerJob::judgeSettled()
 
 void ManagerJob::reload()
 {
-    call({ managerPath, managerInterface, QStringLiteral("Reload"), {}, m_target.authorization },
+    call(ManagerLink::managerCall(QStringLiteral("Reload"), {}, m_target.authorization),
          [this](const QDBusMessage &) { conclude({}); });
 }
 

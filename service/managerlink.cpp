@@ -51,6 +51,12 @@ private:
     const QString m_name = QUuid::createUuid().toString();
 };
 
+ManagerLink::Call ManagerLink::managerCall(const QString &method, const QVariantList &arguments,
+                                           ServiceAuthorization authorization)
+{
+    return { managerPath, managerInterface, method, arguments, authorization };
+}
+
 ManagerLink::ManagerLink(ServiceScope scope, QObject *parent)
     : QObject(parent)
     , m_scope(scope)
@@ -88,7 +94,7 @@ void ManagerLink::subscribe()
     bus.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"), localInterface,
                 QStringLiteral("Disconnected"), this, SLOT(takeDisconnection()));
 
-    call({ managerPath, managerInterface, QStringLiteral("Subscribe") }, subscribeLimit,
+    call(managerCall(QStringLiteral("Subscribe")), subscribeLimit,
          [this](const QDBusMessage &reply) {
              if (reply.type() != QDBusMessage::ReplyMessage)
                  return emit unavailable(reply.errorMessage());

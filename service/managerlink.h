@@ -37,6 +37,10 @@ public:
         ServiceAuthorization authorization = ServiceAuthorization::Silent;
     };
 
+    /** A call to the manager itself, and not to one of its units. */
+    static Call managerCall(const QString &method, const QVariantList &arguments = {},
+                            ServiceAuthorization authorization = ServiceAuthorization::Silent);
+
     ManagerLink(ServiceScope scope, QObject *parent);
     ~ManagerLink() override;
 
