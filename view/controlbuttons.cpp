@@ -12,11 +12,11 @@ constexpr int LastButtonColumn = 4; // column 0 holds the titles
 constexpr int ButtonHeight = 32;
 
 const char *const outlineStyle =
-    "QPushButton { border: 2px solid #D0453B; border-radius: 4px; padding: 4px 12px;"
+    "QPushButton { border: 2px solid #B3261E; border-radius: 4px; padding: 4px 12px;"
     " background: transparent; color: palette(window-text); }"
-    "QPushButton:hover, QPushButton:focus { background: rgba(208, 69, 59, 40); }"
+    "QPushButton:hover, QPushButton:focus { background: rgba(179, 38, 30, 40); }"
     "QPushButton:focus { border-style: dashed; }"
-    "QPushButton:pressed { background: rgba(208, 69, 59, 90); }"
+    "QPushButton:pressed { background: rgba(179, 38, 30, 90); }"
     "QPushButton:disabled { border-color: gray; color: gray; }";
 
 QPushButton *createButton(const ControlButtonRow &row, QObject *receiver, const char *clicked)
