@@ -7,6 +7,8 @@
 #include <QPainter>
 #include <QPainterPath>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int TickMs = 100;
@@ -23,6 +25,7 @@ constexpr QColor LiveTextColor(255, 255, 255);
 
 constexpr QRectF TitleArea(0, 52, 75, 20); // inside a block
 constexpr double BatteryPen = 3;
+constexpr int LeastStretch = 50; // in percent; still readable
 
 QFont inBold(QFont font)
 {
@@ -37,6 +40,14 @@ QPixmap tinted(const QPixmap &mask, const QColor &color)
     painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
     painter.fillRect(result.rect(), color);
     return result;
+}
+
+// A value of four digits is to be read in whole; a device's text may still be too wide.
+void squeeze(QFont &font, QString &text, double width)
+{
+    const double share = width / QFontMetricsF(font).horizontalAdvance(text);
+    font.setStretch(std::max(LeastStretch, static_cast<int>(font.stretch() * share)));
+    text = QFontMetricsF(font).elidedText(text, Qt::ElideRight, width);
 }
 
 // Around the middle of the battery.
@@ -205,11 +216,13 @@ void Energyline::drawdate(QPainter &painter) const
     const QFont bold = inBold(m_font);
     const QFontMetricsF metrics(m_font, this);
     for (const SceneText &text : m_scene.texts) {
-        painter.setFont(text.role == TextRole::Title ? bold : m_font);
+        QFont font = text.role == TextRole::Title ? bold : m_font;
+        QString shown = text.text;
+        if (metrics.horizontalAdvance(shown) > text.rect.width())
+            squeeze(font, shown, text.rect.width());
+        painter.setFont(font);
         painter.setPen(text.role == TextRole::Label ? ViewColors::SecondaryText : ViewColors::Text);
         const Qt::Alignment side = text.role == TextRole::Value ? Qt::AlignRight : Qt::AlignLeft;
-        // Device texts may be wider than their panel.
-        painter.drawText(text.rect, static_cast<int>(side | Qt::AlignVCenter),
-                         metrics.elidedText(text.text, Qt::ElideRight, text.rect.width()));
+        painter.drawText(text.rect, static_cast<int>(side | Qt::AlignVCenter), shown);
     }
 }
