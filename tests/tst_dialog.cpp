@@ -178,7 +178,8 @@ private slots:
                                 { 1, Qt::Key_Escape, 0 },
                                 { 0, Qt::Key_Return, 1 } };
         for (const auto &[kind, key, result] : rows) {
-            MsgBox box(kind, "Shutdown?");
+            MsgBox box(kind, QString(999, '/'));
+            QVERIFY(box.sizeHint().width() < 700); // wrapped
             const ModalAnswer answer([&, kind = kind, key = key](QDialog &shown) {
                 QCOMPARE(button(shown, "btnWhite")->isVisible(), kind == 1);
                 QCOMPARE(shown.focusWidget(), button(shown, kind == 1 ? "btnWhite" : "btnBlue"));

@@ -8,6 +8,27 @@
 #include <QPushButton>
 #include <QWindow>
 
+namespace {
+
+constexpr int LongestLine = 600; // in pixels
+
+// Such as a path: words that no line takes get invisible blanks between their characters.
+QString breakable(const QString &text, const QFontMetrics &metrics)
+{
+    QStringList words = text.split(QLatin1Char(' '));
+    for (QString &word : words) {
+        if (metrics.size(Qt::TextExpandTabs, word).width() <= LongestLine)
+            continue;
+        for (int i = word.size() - 1; i > 0; --i) {
+            if (!word.at(i).isLowSurrogate())
+                word.insert(i, QChar(0x200B));
+        }
+    }
+    return words.join(QLatin1Char(' '));
+}
+
+} // namespace
+
 MsgBox::MsgBox(int type, QString text)
     : m_label(new QLabel(text, this))
     , m_okButton(new QPushButton(tr("Ok"), this))
@@ -17,6 +38,8 @@ MsgBox::MsgBox(int type, QString text)
     setFont(messageFont);
     m_label->setFont(messageFont);
     m_label->setAlignment(Qt::AlignCenter);
+    m_label->setTextFormat(Qt::PlainText);
+    wrapLongLines();
     m_okButton->setObjectName(QStringLiteral("btnBlue"));
     m_cancelButton->setObjectName(QStringLiteral("btnWhite"));
 
@@ -44,6 +67,15 @@ MsgBox::MsgBox(int type, QString text)
     setProperty("canMove", true);
     setObjectName(QStringLiteral("WhiteDialog"));
     setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
+}
+
+void MsgBox::wrapLongLines()
+{
+    if (m_label->sizeHint().width() <= LongestLine)
+        return;
+    m_label->setText(breakable(m_label->text(), m_label->fontMetrics()));
+    m_label->setWordWrap(true);
+    m_label->setFixedWidth(LongestLine);
 }
 
 bool MsgBox::ask(QWidget *over, int type, const QString &text)
@@ -86,6 +118,8 @@ void placeOver(QWidget *over, QDialog &dialog)
 {
     QWidget *window = over->window();
     dialog.adjustSize();
+    // Which takes no more than two thirds of a small screen, and would cut the text there.
+    dialog.resize(dialog.sizeHint().expandedTo(dialog.size()));
     dialog.move(window->geometry().center() - dialog.rect().center());
     if (!window->windowHandle())
         return;

@@ -37,6 +37,8 @@ protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
 
 private:
+    void wrapLongLines();
+
     QPoint m_pressPos; // inside the dialog
     bool m_dragging = false;
     QLabel *m_label;
