@@ -49,7 +49,7 @@ public:
     }
 
 signals:
-    /** An event for the host; emitted in the client's polling thread.
+    /** An event for the host; emitted in the client's polling thread, the view's in the GUI thread.
      *  @param type  event number of the host contract (1040, 1041, 2001, 2006, 2007, ...) */
     void postDEvent(int type, QMap<QString, QVariant> map);
 
