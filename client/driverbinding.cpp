@@ -24,7 +24,8 @@ bool DriverBinding::load()
         return true;
     } catch (...) {
         qDebug() << "load lib fail";
-        unload(); // or the next call would find a library
+        // The library object stays: a second try would be given the library as it was left, half
+        // started, with all its entries.
         return false;
     }
 }
