@@ -123,6 +123,14 @@ private slots:
         QCOMPARE(cell("basicTable", "Boost cycle:", 1), QString("7Hour"));
     }
 
+    void lastValuesLookSo()
+    {
+        m_view->flushUpsInfo("state", 1);
+        QVERIFY(!child<QLabel>("PanalBodyKeyValue")->isEnabled());
+        m_view->flushUpsInfo("state", 0);
+        QVERIFY(child<QLabel>("PanalBodyKeyValue")->isEnabled());
+    }
+
     void eventsAreListed()
     {
         auto *table = child<QTableWidget>("RecordTable");

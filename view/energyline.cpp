@@ -104,6 +104,14 @@ void Energyline::flushData(QMap<int, QVariant> report)
     rebuild();
 }
 
+void Energyline::setStale(bool stale)
+{
+    if (stale == m_isStale)
+        return;
+    m_isStale = stale;
+    update();
+}
+
 void Energyline::set_all_off_Flow()
 {
     m_state.flows.fill(false);
@@ -124,7 +132,7 @@ void Energyline::animate()
     m_dashOffset -= DashStep;
     if (m_dashOffset < LastDashOffset)
         m_dashOffset = 0;
-    if (!m_scene.flows.empty())
+    if (!m_scene.flows.empty() && !m_isStale)
         update();
 }
 
@@ -201,6 +209,8 @@ void Energyline::drawBattery(QPainter &painter) const
 
 void Energyline::drawflow(QPainter &painter) const
 {
+    if (m_isStale)
+        return;
     QPen pen(FlowColor, FlowWidth, Qt::CustomDashLine, Qt::RoundCap, Qt::RoundJoin);
     pen.setDashPattern({ 2, 1.5, 2, 1.5 });
     pen.setDashOffset(static_cast<double>(m_dashOffset));
@@ -216,12 +226,15 @@ void Energyline::drawdate(QPainter &painter) const
     const QFont bold = inBold(m_font);
     const QFontMetricsF metrics(m_font, this);
     for (const SceneText &text : m_scene.texts) {
+        const bool isOld = m_isStale && text.role == TextRole::Value;
         QFont font = text.role == TextRole::Title ? bold : m_font;
+        font.setItalic(isOld);
         QString shown = text.text;
         if (metrics.horizontalAdvance(shown) > text.rect.width())
             squeeze(font, shown, text.rect.width());
         painter.setFont(font);
-        painter.setPen(text.role == TextRole::Label ? ViewColors::SecondaryText : ViewColors::Text);
+        const bool isFaint = isOld || text.role == TextRole::Label;
+        painter.setPen(isFaint ? ViewColors::SecondaryText : ViewColors::Text);
         const Qt::Alignment side = text.role == TextRole::Value ? Qt::AlignRight : Qt::AlignLeft;
         painter.drawText(text.rect, static_cast<int>(side | Qt::AlignVCenter), shown);
     }

@@ -27,6 +27,9 @@ public:
     /** Takes the flows and the values from a report. */
     void flushData(QMap<int, QVariant> report);
 
+    /** Shows the values faint and slanted, and no flow, while the device does not answer. */
+    void setStale(bool stale);
+
     /** Shows no flow until the next report. */
     void set_all_off_Flow();
 
@@ -59,6 +62,7 @@ private:
     EnergyState m_state;
     EnergyViewFlags m_viewFlags;
     EnergyScene m_scene;
+    bool m_isStale = false;
     float m_dashOffset = 0;  // in pen widths, 0 down to -1000
     QTimer m_timer { this }; // runs while the diagram is shown
     QHash<QString, TintedImage> m_images;

@@ -32,13 +32,6 @@ QFont viewFont(int pointSize, QFont::Weight weight = QFont::Normal)
     return QFont(QStringLiteral("Microsoft YaHei"), pointSize, weight);
 }
 
-QStackedWidget *createStack(const char *objectName, QWidget *parent)
-{
-    auto *stack = new QStackedWidget(parent);
-    stack->setObjectName(QString::fromLatin1(objectName));
-    return stack;
-}
-
 } // namespace
 
 tavoView::tavoView(QWidget *parent)
@@ -77,6 +70,7 @@ void tavoView::refreshLayout()
         createDialog();
         spreadFont(*this);
         applyUserLevel();
+        showStale();
         connect(m_tabs, &QTabWidget::currentChanged, this, &tavoView::UpdatePointTabInfo);
     }
     m_diagram->set_all_off_Flow();
@@ -231,6 +225,21 @@ void tavoView::flushData(QMap<int, QVariant> report)
     m_eventRecord.update(report, m_viewData.getAlarmList().size(), QDateTime::currentDateTime());
     applyBatteryType(m_viewData.getBasicConfig(), report);
     refreshData();
+}
+
+void tavoView::flushUpsInfo(QString key, QVariant value)
+{
+    CollectView::flushUpsInfo(key, value);
+    if (m_tabs && key == QLatin1String("state"))
+        showStale();
+}
+
+void tavoView::showStale()
+{
+    const bool stale = deviceInformation.value(QStringLiteral("state")).toInt() == 1;
+    m_diagram->setStale(stale);
+    for (QLabel *label : qAsConst(m_panelLabels))
+        showAsStale(*label, stale);
 }
 
 void tavoView::refreshData()

@@ -45,6 +45,9 @@ public:
 
     void flushData(QMap<int, QVariant> report) override;
 
+    /** "state" 1, the link is lost: what is shown are the last values, and looks so. */
+    void flushUpsInfo(QString key, QVariant value) override;
+
     /** Level 0 may neither control nor maintain the device, nor change a setting. */
     void setUserInfo(QString user, int level) override;
 
@@ -83,6 +86,7 @@ private:
     void applyUserLevel();
     void showDialog();
     void refreshPanels();
+    void showStale();
     void dispatch(const QString &name);
     void upgrade();
     void setTime();

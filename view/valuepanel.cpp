@@ -18,10 +18,21 @@ void setTextColor(QWidget &widget, const QColor &color)
 {
     QPalette palette = widget.palette();
     palette.setColor(QPalette::WindowText, color);
+    palette.setColor(QPalette::Disabled, QPalette::WindowText, ViewColors::SecondaryText);
     widget.setPalette(palette);
 }
 
 } // namespace
+
+void showAsStale(QLabel &value, bool stale)
+{
+    if (value.font().italic() == stale)
+        return;
+    value.setEnabled(!stale);
+    QFont font = value.font(); // the host's style sheet may set the colour
+    font.setItalic(stale);
+    value.setFont(font);
+}
 
 ValuePanel::ValuePanel(const QString &title, const QList<ParameterInformation *> &records,
                        QWidget *parent)

@@ -7,6 +7,9 @@
 
 class QLabel;
 
+/** Shows a value of a device that does not answer faint and slanted, or as ever. */
+void showAsStale(QLabel &value, bool stale);
+
 /**
  * A white card with a title band and rows of names and values.
  *

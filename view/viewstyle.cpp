@@ -2,6 +2,7 @@
 
 #include <QFontMetrics>
 #include <QScrollArea>
+#include <QStackedWidget>
 #include <QTabWidget>
 
 QScrollArea *createScrollPage(QWidget *contents, QWidget *parent)
@@ -14,6 +15,13 @@ QScrollArea *createScrollPage(QWidget *contents, QWidget *parent)
     page->viewport()->setAutoFillBackground(false);
     contents->setAutoFillBackground(false);
     return page;
+}
+
+QStackedWidget *createStack(const char *objectName, QWidget *parent)
+{
+    auto *stack = new QStackedWidget(parent);
+    stack->setObjectName(QString::fromLatin1(objectName));
+    return stack;
 }
 
 void spreadFont(QWidget &top)

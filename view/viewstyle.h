@@ -2,11 +2,15 @@
 
 class QFont;
 class QScrollArea;
+class QStackedWidget;
 class QTabWidget;
 class QWidget;
 
 /** Makes a page that scrolls when `contents` do not fit. */
 QScrollArea *createScrollPage(QWidget *contents, QWidget *parent);
+
+/** Makes a stack of pages that the host's style sheets find by its name. */
+QStackedWidget *createStack(const char *objectName, QWidget *parent);
 
 /** Gives the font of `top` to its widgets that have none of their own: those with a style sheet
  *  do not inherit it. */
