@@ -85,7 +85,7 @@ private slots:
         SerialPort port;
         QVERIFY(port.CommOpen(line.name(), plain, 2000));
         QTcpSocket socket;
-        QVERIFY(connectToPeer(socket, QStringLiteral("localhost"), tcpDevice.port(), 10s));
+        QVERIFY(connectToPeer(socket, QStringLiteral("device.test"), tcpDevice.port(), 10s));
         PortDescriptor handles[] = { { &port, CommRead, CommWrite },
                                      { &socket, TcpCommRead, TcpCommWrite } };
         for (PortDescriptor &handle : handles) {
