@@ -1,5 +1,6 @@
 #include "resources.h"
 
+#include <algorithm>
 #include <malloc.h>
 #include <QDir>
 #include <QFile>
@@ -18,13 +19,21 @@ qint64 statusEntry(const QByteArray &key)
     return 0;
 }
 
+bool isOfLine(const QFileInfo &descriptor)
+{
+    const QString target = descriptor.symLinkTarget();
+    return target.startsWith(QLatin1String("/dev/pts/")) || target.endsWith(QLatin1String(".log"));
+}
+
 } // namespace
 
 Resources currentResources()
 {
-    const QDir descriptors(QStringLiteral("/proc/self/fd"));
+    const QFileInfoList descriptors =
+        QDir(QStringLiteral("/proc/self/fd"))
+            .entryInfoList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
+    const int lines = int(std::count_if(descriptors.begin(), descriptors.end(), isOfLine));
     malloc_trim(0);
-    return { descriptors.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size(),
-             int(statusEntry("Threads")), statusEntry("VmRSS"),
+    return { descriptors.size() - lines, lines, int(statusEntry("Threads")), statusEntry("VmRSS"),
              qint64(mallinfo2().uordblks / 1024) };
 }

@@ -16,8 +16,6 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr int ownLines = 20;
-constexpr int sharedLines = 5;
 constexpr int tcpEvery = 5;   // every fifth client is on TCP...
 constexpr int pollEvery = 4;  // ...and every fourth is polled by the host's thread
 constexpr int commanders = 3; // threads that send commands

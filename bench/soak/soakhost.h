@@ -44,6 +44,9 @@ public:
     /** Makes, runs and releases one client, which has delivered data then. */
     void cycle();
 
+    static constexpr int ownLines = 20;
+    static constexpr int sharedLines = 5;
+
     const SoakCounts &counts() const { return m_counts; }
 
 private:
