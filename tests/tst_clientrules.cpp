@@ -4,6 +4,7 @@
 #include "client/flagchanges.h"
 #include "client/linkstate.h"
 #include "client/tavofont.h"
+#include "client/upgrade.h"
 #include "guardedtest.h"
 
 #include <QTextCodec>
@@ -185,6 +186,30 @@ private slots:
         const QString problems = config.problems.join('\n');
         QVERIFY2(problems.contains("param.ini: is no proper"), qPrintable(problems));
         QVERIFY2(problems.contains("dev.ini: cannot be read"), qPrintable(problems));
+    }
+
+    void upgradePlan()
+    {
+        const QString file = configurationDirectory() + "/db/param.ini";
+        QVERIFY(QDir().mkpath(QFileInfo(file).path()));
+        CycleSettings settings;
+        settings.portName = QStringLiteral("/dev/ttyS1");
+        settings.ipAddress = QStringLiteral("::1");
+        settings.tcpPort = 502;
+        const struct
+        {
+            QByteArray param; // of different sizes: Qt's settings are cached by size and time
+            QStringList arguments;
+        } rows[] = { { "Language=0", { "/dev/ttyS1", "1" } },
+                     { "Language=1\n", { "::1:502", "0" } } };
+        for (const auto &row : rows) {
+            QVERIFY(writeFile(file, row.param));
+            const UpgradePlan plan = planUpgrade(settings);
+            QVERIFY(plan.program.endsWith("/upgrade/KX300P6_20KG4Software.exe"));
+            QCOMPARE(plan.arguments, row.arguments);
+            settings.communicationType = tcpCommunication;
+        }
+        QVERIFY(QFile::remove(file));
     }
 
     void eventTexts()

@@ -26,12 +26,6 @@ class tst_Dialog : public GuardedTest
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        QLocale::setDefault(QLocale(QLocale::German));
-        qRegisterMetaType<Event>();
-    }
-
     void init()
     {
         GuardedTest::init();

@@ -12,6 +12,7 @@
 static termios asked;     // what the port asked for last
 static int unsent = 0;    // bytes that the line does not take
 static bool hung = false; // setting the line had to wait for them
+static int modem = 0;     // lines, which pseudo-terminals do not have
 
 // Pseudo-terminals always have eight bits and no parity, so this is looked at on the way.
 extern "C" int tcsetattr(int descriptor, int action, const termios *settings) noexcept
@@ -29,9 +30,12 @@ extern "C" int ioctl(int descriptor, unsigned long request, ...) noexcept
     va_start(list, request);
     void *argument = va_arg(list, void *);
     va_end(list);
-    if (request != TIOCOUTQ)
+    if (request == TIOCMSET)
+        modem = *static_cast<int *>(argument);
+    else if (request == TIOCOUTQ || request == TIOCMGET)
+        *static_cast<int *>(argument) = request == TIOCOUTQ ? unsent : modem;
+    else
         return real(descriptor, request, argument);
-    *static_cast<int *>(argument) = unsent;
     return 0;
 }
 
@@ -177,6 +181,22 @@ private slots:
             QStringLiteral("[CommOpen]    absent does not open: No such file or directory")));
     }
 
+    void openedAsMade()
+    {
+        PtyPair line;
+        SerialPort port(line.name(), { Baud19200, Data7, ParityOdd, Stop2, FlowHardware, 900 },
+                        SerialPort::Polling);
+        port.setParity(ParityEven);
+        QVERIFY(port.open(QIODevice::ReadWrite));
+        QCOMPARE(cfgetospeed(&asked), speed_t(B19200));
+        QCOMPARE(asked.c_cflag & (frameFlags | CRTSCTS), CS7 | PARENB | CSTOPB | CRTSCTS);
+        QCOMPARE(int(asked.c_cc[VTIME]), 9);
+        modem = TIOCM_RTS | TIOCM_CTS;
+        port.setDtr(true);
+        port.setRts(false);
+        QCOMPARE(port.lineStatus(), 1ul + 32);
+    }
+
     void stuckLine()
     {
         PtyPair line;
@@ -259,6 +279,8 @@ private slots:
         port.writeData("n", 1);
         setrlimit(RLIMIT_FSIZE, &room);
         QCOMPARE(fileContents("log_ttyLOG.log"), before);
+        QVERIFY(QFile::remove("log_ttyLOG.log") && QDir().mkdir("log_ttyLOG.log"));
+        QCOMPARE(port.writeData("o", 1), 1);
         QCOMPARE(m_guard->messages().filter(QStringLiteral("TrafficLog")).size(), 1);
     }
 

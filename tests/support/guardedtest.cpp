@@ -7,6 +7,7 @@ void GuardedTest::init()
     m_directory = std::make_unique<QTemporaryDir>();
     QVERIFY(QDir::setCurrent(m_directory->path()));
     m_guard.emplace();
+    QLocale::setDefault(QLocale(QLocale::German)); // no number may follow it
 }
 
 void GuardedTest::cleanup()
