@@ -1,5 +1,6 @@
 #include "serialport.h"
 
+#include "latestfaults.h"
 #include "stopsource.h"
 
 #include <algorithm>
@@ -24,6 +25,7 @@ constexpr int bitsPerByte = 11;
 constexpr long longestWait = 86400; // s
 // What is sent may pause for so long before the line counts as stuck.
 constexpr milliseconds longestPause { 1000 };
+constexpr seconds longestSending { 30 }; // as long as the system waits when a line is closed
 constexpr milliseconds drainSlice { 20 };
 
 struct ErrorRow
@@ -119,16 +121,17 @@ bool SerialPort::ReOpen()
 
 bool SerialPort::openAsStored(const char *caller)
 {
-    if (!open(ReadWrite)) {
-        const QString fault = QStringLiteral("%1 does not open: %2")
-                                  .arg(port, QString::fromLocal8Bit(strerror(m_openError)));
-        if (file && fault != m_openFault) // without one no settings were understood
-            qDebug("[%s]    %s", caller, qUtf8Printable(fault));
-        m_openFault = fault;
+    static LatestFaults faults;
+    m_openError = ENOENT;
+    if (!QFile::exists(port) || !open(ReadWrite)) {
+        const QString fault = QString::fromLocal8Bit(strerror(m_openError));
+        if (file && faults.isNew(port, fault)) // without one no settings were understood
+            qDebug("[%s]    %s does not open: %s", caller, qUtf8Printable(port),
+                   qUtf8Printable(fault));
         qDebug("[%s]    open serial error!", caller);
         return false;
     }
-    m_openFault.clear();
+    faults.isNew(port, QString());
     setBaudRate(openSettings.BaudRate);
     setDataBits(openSettings.DataBits);
     setParity(openSettings.Parity);
@@ -222,8 +225,7 @@ bool SerialPort::makeRaw()
 void SerialPort::close()
 {
     while (isSending() && StopSource::waitFor(-1, 0, drainSlice) == StopSource::Wait::TimedOut) { }
-    if (!isSending())
-        dropUnsent(); // for which the system would wait half a minute
+    dropUnsent(); // for which the system would wait half a minute
     if (file)
         file->close();
     m_log.close();
@@ -243,10 +245,16 @@ void SerialPort::dropUnsent()
         tcflush(descriptor(), TCOFLUSH);
 }
 
+void SerialPort::noteSending(int bytes)
+{
+    const auto now = steady_clock::now();
+    const auto sentBy = std::max(m_sentBy, now + longestPause) + sendingTime(bytes);
+    m_sentBy = std::min(sentBy, now + longestSending);
+}
+
 bool SerialPort::isSending() const
 {
-    const int bytes = unsent();
-    return bytes > 0 && steady_clock::now() - m_lastWrite < longestPause + sendingTime(bytes);
+    return steady_clock::now() < m_sentBy && unsent() > 0;
 }
 
 int SerialPort::descriptor() const
@@ -326,7 +334,7 @@ qint64 SerialPort::writeData(const char *data, qint64 length)
             noteHangUp();
         if (count > 0) {
             written += count;
-            m_lastWrite = steady_clock::now();
+            noteSending(int(count));
         } else if (error != EINTR
                    && (error != EAGAIN
                        || StopSource::waitFor(descriptor(), POLLOUT,

@@ -137,6 +137,7 @@ private:
     void setModemLine(int line, bool on);
     void noteHangUp();
     bool failToOpen(int error);
+    void noteSending(int bytes);
     int unsent() const;
     void dropUnsent();
     std::chrono::milliseconds readTimeout() const;
@@ -154,9 +155,8 @@ private:
     QueryMode queryMode = Polling;
     mutable unsigned long errorCode = NoError;
     bool m_hungUp = false;
-    std::chrono::steady_clock::time_point m_lastWrite;
-    int m_openError = 0; // errno value of the last open()
-    QString m_openFault; // told last; empty while the port opens
+    std::chrono::steady_clock::time_point m_sentBy; // by then the driver has sent all, if it can
+    int m_openError = 0;                            // errno value of the last open()
     TrafficLog m_log;
     mutable QMutex m_settingsMutex; // for readers that do not hold the port
 };
