@@ -23,7 +23,7 @@ void TrafficLog::append(const QString &path, const char *data, int length, int d
     if (path.isEmpty() || !data || length <= 0)
         return;
     formatLine(data, length, direction);
-    if (appendLine(path) <= largestLog)
+    if (appendLine(path, direction) <= largestLog)
         return;
 
     close();
@@ -74,9 +74,11 @@ void TrafficLog::prepare(const QString &path)
     m_isPrepared = openLog(path);
 }
 
-qint64 TrafficLog::appendLine(const QString &path)
+qint64 TrafficLog::appendLine(const QString &path, int direction)
 {
-    if (!std::exchange(m_isPrepared, false) && !openLog(path)) {
+    // What was received may come long after a request that could not be sent.
+    const bool isPrepared = std::exchange(m_isPrepared, false) && direction == Sent;
+    if (!isPrepared && !openLog(path)) {
         report(path, errno);
         return identify(AT_FDCWD, m_name.constData(), m_file) ? m_file.size : 0;
     }

@@ -30,7 +30,7 @@ public:
      *  ".bak.log" and removed, also when the copy fails because a backup exists: intended. */
     void append(const QString &path, const char *data, int length, int direction);
 
-    /** Looks the file at `path` up, so that the next append() only has to write it: for use right
+    /** Looks the file at `path` up, so that append() of what is sent only has to write it: for use right
      *  before a request goes out, as what is done behind it keeps the reply waiting. */
     void prepare(const QString &path);
 
@@ -47,7 +47,7 @@ private:
 
     void formatTime();
     void formatLine(const char *data, int length, int direction);
-    qint64 appendLine(const QString &path); // the file's size then
+    qint64 appendLine(const QString &path, int direction); // the file's size then
     void cutOff(off_t length) const;
     bool openLog(const QString &path);
     static bool identify(int directory, const char *name, File &file);
