@@ -145,14 +145,16 @@ SerialPort *PortManage::getLockedPort(const QString &name)
     return port;
 }
 
-// The tick may have stopped trying when it found nothing due.
+// In the manager's thread: a client that stops waits for nobody. The tick may have stopped trying
+// when it found nothing due.
 void PortManage::keepDue(const QString &name)
 {
-    {
+    const auto keep = [this, name] {
         const QMutexLocker lock(&mutex);
         m_due.insert(name);
-    }
-    QMetaObject::invokeMethod(m_retry, "start", Qt::QueuedConnection);
+        m_retry->start();
+    };
+    QMetaObject::invokeMethod(this, keep, Qt::QueuedConnection);
 }
 
 CommHandle *PortManage::getPortHandle(int vendorId, int productId)
