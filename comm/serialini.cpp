@@ -79,9 +79,6 @@ StoredPortSettings readSerialIni(const QString &name)
         complain(name, QStringLiteral("cannot be read, the defaults stand for %1").arg(name));
         return result;
     }
-    // Told by Qt only when it has read a file that changed. The other lines stand.
-    if (settings.status() == QSettings::FormatError)
-        qWarning("%s: has lines that are no settings", fileName.data());
     QString fault;
     const QVariant param = valueOf(settings, name + QLatin1String("/param"));
     if (param.isValid() && isText(textOf(param)))
@@ -97,5 +94,8 @@ StoredPortSettings readSerialIni(const QString &name)
     else if (timeout.isValid())
         fault = QStringLiteral("timeout of %1 is no time: %2").arg(name, textOf(timeout));
     complain(name, fault);
+    // Told by Qt only when it has read a file that changed. The other lines stand.
+    if (settings.status() == QSettings::FormatError)
+        qWarning("%s: has lines that are no settings", fileName.data());
     return result;
 }
