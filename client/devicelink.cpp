@@ -75,17 +75,21 @@ int DeviceLink::query(const CycleSettings &settings)
     const auto call = [&](const PortDescriptor &port) {
         return m_driver.query(port, settings.address, m_callback, m_context);
     };
-    return settings.communicationType != 0 ? call(socketDescriptor()) : callOnPort(settings, call);
+    if (settings.communicationType == 0)
+        return callOnPort(settings, call).value_or(0);
+    return callOnSocket(call);
 }
 
-int DeviceLink::control(const CycleSettings &settings, CommandText &command)
+std::optional<int> DeviceLink::control(const CycleSettings &settings, CommandText &command)
 {
     if (!m_driver.hasControl())
         return 0;
     const auto call = [&](const PortDescriptor &port) {
         return m_driver.control(port, settings.address, command.data(), m_context);
     };
-    return settings.communicationType != 0 ? call(socketDescriptor()) : callOnPort(settings, call);
+    if (settings.communicationType == 0)
+        return callOnPort(settings, call);
+    return callOnSocket(call);
 }
 
 void DeviceLink::dropSocket()
@@ -115,19 +119,22 @@ void DeviceLink::freePeer()
     m_connection = -1;
 }
 
-int DeviceLink::callOnPort(const CycleSettings &settings,
-                           const std::function<int(const PortDescriptor &)> &call)
+int DeviceLink::callOnSocket(const Call &call)
+{
+    const int result = call({ static_cast<QIODevice *>(m_socket), TcpCommRead, TcpCommWrite });
+    // A peer that closed waits for our end too.
+    if (m_socket && m_socket->state() == QAbstractSocket::UnconnectedState)
+        freePeer();
+    return result;
+}
+
+std::optional<int> DeviceLink::callOnPort(const CycleSettings &settings, const Call &call)
 {
     SerialPort *port = settings.ports->getLockedPort(settings.portName);
     if (!port)
-        return 0;
+        return {};
     const PortLock lock(*port, std::adopt_lock);
     return call({ static_cast<QIODevice *>(port), CommRead, CommWrite });
-}
-
-PortDescriptor DeviceLink::socketDescriptor() const
-{
-    return { static_cast<QIODevice *>(m_socket), TcpCommRead, TcpCommWrite };
 }
 
 bool DeviceLink::isPeer(const CycleSettings &settings) const

@@ -5,6 +5,7 @@
 #include "driverbinding.h"
 
 #include <functional>
+#include <optional>
 
 class QTcpSocket;
 
@@ -34,17 +35,19 @@ public:
     /** @return non-zero when the device answered */
     int query(const CycleSettings &settings);
 
-    /** @return 1 when the driver carried the command out */
-    int control(const CycleSettings &settings, CommandText &command);
+    /** @return 1 when the driver carried the command out; nothing when a stop came before it was
+     *          asked */
+    std::optional<int> control(const CycleSettings &settings, CommandText &command);
 
     /** Closes the connection, at once for the peer. In any thread while nobody polls. */
     void dropSocket();
 
 private:
+    using Call = std::function<int(const PortDescriptor &)>;
+
     void freePeer();
-    int callOnPort(const CycleSettings &settings,
-                   const std::function<int(const PortDescriptor &)> &call);
-    PortDescriptor socketDescriptor() const;
+    int callOnSocket(const Call &call);
+    std::optional<int> callOnPort(const CycleSettings &settings, const Call &call);
     bool isPeer(const CycleSettings &settings) const;
 
     const DriverBinding &m_driver;

@@ -55,10 +55,11 @@ void tavoClient::carryOut(const ControlCmd &command, const CycleSettings &curren
     if (isDownload)
         qDebug() << "REMOTE_DOWNLOAD_HISTORY";
     CommandText text = commandText(command);
-    const int outcome = m_link.control(current, text);
-    qDebug() << command.controlId << command.controlValue << outcome;
-    if (isDownload)
-        finishDownload(command, outcome, current.deviceName);
+    const std::optional<int> outcome = m_link.control(current, text);
+    qDebug() << command.controlId << command.controlValue << outcome.value_or(0);
+    // Without a download the records in the file, if any, are those of another device.
+    if (isDownload && (outcome || !m_stop.requested()))
+        finishDownload(command, outcome.value_or(0), current.deviceName);
 }
 
 void tavoClient::finishDownload(const ControlCmd &command, int outcome, const QString &name)
