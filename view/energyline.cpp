@@ -45,8 +45,9 @@ QPixmap tinted(const QPixmap &mask, const QColor &color)
 // A value of four digits is to be read in whole; a device's text may still be too wide.
 void squeeze(QFont &font, QString &text, double width)
 {
+    const int stretch = font.stretch() == QFont::AnyStretch ? QFont::Unstretched : font.stretch();
     const double share = width / QFontMetricsF(font).horizontalAdvance(text);
-    font.setStretch(std::max(LeastStretch, static_cast<int>(font.stretch() * share)));
+    font.setStretch(std::max(LeastStretch, static_cast<int>(stretch * share)));
     text = QFontMetricsF(font).elidedText(text, Qt::ElideRight, width);
 }
 
