@@ -48,7 +48,7 @@ struct ServiceTarget
     ServiceScope scope = ServiceScope::System;
     ServiceAuthorization authorization = ServiceAuthorization::Silent;
     std::chrono::milliseconds timeLimit { 30000 }; // counted without the password dialogue
-    std::chrono::milliseconds settleTime { 500 };   // how long a start must hold to count
+    std::chrono::milliseconds settleTime { 500 };  // how long a start must hold to count
 };
 
 /** One request; `command` belongs to Command. */

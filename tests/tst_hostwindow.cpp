@@ -93,7 +93,7 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(floatVoltage(), 220, 20000);
         const ModalAnswer answer(confirm);
         QVERIFY(edit("9"));
-        QCOMPARE(requests, QList<int>()); // out of range
+        QCOMPARE(requests, QList<int>());          // out of range
         m_guard->expect("does not support raise"); // of a window without a screen
         QVERIFY(edit("2.25"));
         QTRY_COMPARE_WITH_TIMEOUT(floatVoltage(), 225, 20000);
