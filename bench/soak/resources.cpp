@@ -1,9 +1,13 @@
 #include "resources.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <malloc.h>
 #include <QDir>
 #include <QFile>
+
+// Of the sanitizers' allocator, where there is one.
+extern "C" std::size_t __sanitizer_get_current_allocated_bytes() __attribute__((weak));
 
 namespace {
 
@@ -17,6 +21,13 @@ qint64 statusEntry(const QByteArray &key)
             return line.mid(key.size() + 1).replace("kB", "").trimmed().toLongLong();
     }
     return 0;
+}
+
+qint64 heapBytes()
+{
+    return qint64(__sanitizer_get_current_allocated_bytes
+                      ? __sanitizer_get_current_allocated_bytes()
+                      : mallinfo2().uordblks);
 }
 
 bool isOfLine(const QFileInfo &descriptor)
@@ -35,5 +46,5 @@ Resources currentResources()
     const int lines = int(std::count_if(descriptors.begin(), descriptors.end(), isOfLine));
     malloc_trim(0);
     return { descriptors.size() - lines, lines, int(statusEntry("Threads")), statusEntry("VmRSS"),
-             qint64(mallinfo2().uordblks / 1024) };
+             heapBytes() / 1024 };
 }

@@ -9,7 +9,7 @@ struct Resources
     int lines;       ///< those: a port that is in use no more is closed within half a minute
     int threads;
     qint64 memory; ///< resident, KiB
-    qint64 heap;   ///< allocated, KiB; 0 where a sanitizer has replaced the allocator
+    qint64 heap;   ///< allocated, KiB; 0 where valgrind has replaced the allocator
 };
 
 Resources currentResources();
