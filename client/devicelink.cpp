@@ -75,9 +75,7 @@ int DeviceLink::query(const CycleSettings &settings)
     const auto call = [&](const PortDescriptor &port) {
         return m_driver.query(port, settings.address, m_callback, m_context);
     };
-    if (settings.communicationType == 0)
-        return callOnPort(settings, call).value_or(0);
-    return callOnSocket(call);
+    return callDevice(settings, call).value_or(0);
 }
 
 std::optional<int> DeviceLink::control(const CycleSettings &settings, CommandText &command)
@@ -87,9 +85,7 @@ std::optional<int> DeviceLink::control(const CycleSettings &settings, CommandTex
     const auto call = [&](const PortDescriptor &port) {
         return m_driver.control(port, settings.address, command.data(), m_context);
     };
-    if (settings.communicationType == 0)
-        return callOnPort(settings, call);
-    return callOnSocket(call);
+    return callDevice(settings, call);
 }
 
 void DeviceLink::dropSocket()
@@ -117,6 +113,13 @@ void DeviceLink::freePeer()
     shutdown(m_connection, SHUT_RDWR);
     close(m_connection);
     m_connection = -1;
+}
+
+std::optional<int> DeviceLink::callDevice(const CycleSettings &settings, const Call &call)
+{
+    if (settings.communicationType == 0)
+        return callOnPort(settings, call);
+    return callOnSocket(call);
 }
 
 int DeviceLink::callOnSocket(const Call &call)

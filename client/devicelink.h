@@ -46,6 +46,7 @@ private:
     using Call = std::function<int(const PortDescriptor &)>;
 
     void freePeer();
+    std::optional<int> callDevice(const CycleSettings &settings, const Call &call);
     int callOnSocket(const Call &call);
     std::optional<int> callOnPort(const CycleSettings &settings, const Call &call);
     bool isPeer(const CycleSettings &settings) const;

@@ -64,8 +64,9 @@ public:
     void Close(int vendorId, int productId);
 
 public slots:
-    /** Closes the serial ports that are not marked as in use. A port that is busy or
-     *  still sends is closed as soon as it is free: this runs in the host's GUI thread and does not wait. */
+    /** Closes the serial ports that are not marked as in use. A port that is busy or still
+     *  sends is closed as soon as it is free: this runs in the host's GUI thread and does not
+     *  wait. */
     void timerProc();
 
 private:

@@ -95,8 +95,8 @@ qint64 TrafficLog::appendLine(const QString &path, int direction)
 void TrafficLog::cutOff(off_t length) const
 {
     const off_t end = lseek(m_log, 0, SEEK_CUR);
-    struct stat file = {};
-    if (end >= length && fstat(m_log, &file) == 0 && file.st_size == end
+    File file;
+    if (end >= length && identify(m_log, "", file) && file.size == end
         && ftruncate(m_log, end - length) != 0)
         qWarning("TrafficLog: half a line stays: %s", strerror(errno));
 }
