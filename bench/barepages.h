@@ -1,6 +1,6 @@
 #pragma once
 
-#include "view/parameterinformation.h"
+#include "parameterinformation.h"
 
 #include <QTableWidget>
 #include <QVariant>

@@ -1,13 +1,15 @@
 // A driver without a device: delivers 420 moving values a query and counts the queries.
 
-#include "comm/driverapi.h"
+#include "driverapi.h"
 
 #include <atomic>
+#include <unistd.h>
 
 namespace {
 
 constexpr int values = 420;
 std::atomic<long> queries { 0 };
+std::atomic<bool> hangs { false };
 
 } // namespace
 
@@ -16,6 +18,8 @@ extern "C" {
 __attribute__((visibility("default"))) int Query(PortDescriptor *, int, DataCallback callback,
                                                  void *context)
 {
+    while (hangs)
+        usleep(1000);
     const long turn = queries.fetch_add(1) + 1;
     for (int i = 0; i < values; ++i) {
         // Event flags stay clear, so that a cycle is one report without alarms.
@@ -33,5 +37,10 @@ __attribute__((visibility("default"))) int Control(PortDescriptor *, int, char *
 __attribute__((visibility("default"))) long benchQueries()
 {
     return queries.load();
+}
+
+__attribute__((visibility("default"))) void benchHang(bool on)
+{
+    hangs = on;
 }
 }

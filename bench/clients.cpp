@@ -37,14 +37,36 @@ BenchClients::~BenchClients()
         close(master);
 }
 
+namespace {
+
+// Of the same library that the clients loaded, found by the same bare name.
+template <typename Function> Function driverFunction(const char *name)
+{
+    const auto function =
+        reinterpret_cast<Function>(QLibrary::resolve(QStringLiteral("libkx300_g4_6-20k"), name));
+    if (!function)
+        qFatal("bench: the bench driver was not found");
+    return function;
+}
+
+} // namespace
+
+void BenchClients::deleteLater()
+{
+    for (auto &client : m_clients)
+        client.release()->deleteLater();
+    m_clients.clear();
+}
+
 long benchQueries()
 {
-    // The same library that the clients loaded, found by the same bare name.
-    static const auto count = reinterpret_cast<long (*)()>(
-        QLibrary::resolve(QStringLiteral("libkx300_g4_6-20k"), "benchQueries"));
-    if (!count)
-        qFatal("bench: the bench driver was not found");
+    static const auto count = driverFunction<long (*)()>("benchQueries");
     return count();
+}
+
+void benchHang(bool on)
+{
+    driverFunction<void (*)(bool)>("benchHang")(on);
 }
 
 double memoryKiB(const char *key)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "client/tavoclient.h"
+#include "tavoclient.h"
 
 #include <memory>
 #include <vector>
@@ -14,6 +14,9 @@ public:
     BenchClients(const BenchClients &) = delete;
     BenchClients &operator=(const BenchClients &) = delete;
 
+    /** Gives all clients to the event loop for deletion. */
+    void deleteLater();
+
     const std::vector<std::unique_ptr<tavoClient>> &all() const { return m_clients; }
 
 private:
@@ -23,6 +26,9 @@ private:
 
 /** Queries that the driver has answered so far. */
 long benchQueries();
+
+/** Lets the driver's queries not return, until it is taken back. */
+void benchHang(bool on);
 
 /** A line of /proc/self/status such as "VmRSS" or "VmHWM", in KiB. */
 double memoryKiB(const char *key);

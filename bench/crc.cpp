@@ -2,7 +2,7 @@
 
 #include "rows.h"
 
-#include "comm/modbusframe.h"
+#include "modbus/modbusframe.h"
 
 #include <QByteArray>
 

@@ -1,6 +1,6 @@
 #include "device.h"
 
-#include "comm/modbusframe.h"
+#include "modbus/modbusframe.h"
 
 #include <arpa/inet.h>
 #include <netinet/in.h>

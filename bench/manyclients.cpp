@@ -2,6 +2,7 @@
 
 #include "clients.h"
 #include "rows.h"
+#include "standstill.h"
 
 #include <chrono>
 #include <numeric>
@@ -9,8 +10,9 @@
 
 namespace {
 
-constexpr double goalPerCycle = 1.3; // times one client's
-constexpr double goalMemory = 150;   // KiB a client
+constexpr double goalPerCycle = 1.3;  // times one client's
+constexpr double goalStandStill = 50; // ms
+constexpr double goalMemory = 150;    // KiB a client
 
 double costByPoll(const BenchClients &clients)
 {
@@ -58,10 +60,33 @@ void noteCost(Runner &runner, const QString &name, double cost, double one)
                       QStringLiteral("x"), goalPerCycle });
 }
 
+// The host's thread, while it deletes clients whose drivers do not return.
+void noteHangingDrivers(Runner &runner)
+{
+    constexpr int count = 50;
+    BenchClients clients(count);
+    benchHang(true);
+    int alive = count;
+    for (const auto &client : clients.all()) {
+        QObject::connect(client.get(), &QObject::destroyed, [&alive] { --alive; });
+        client->start();
+    }
+    process(std::chrono::milliseconds(500));
+    const StandStill gaps;
+    clients.deleteLater();
+    process(std::chrono::seconds(2));
+    runner.note({ QStringLiteral("50 clients whose drivers hang are deleted, longest stand-still"),
+                  gaps.longestMs(), QStringLiteral("ms"), goalStandStill });
+    benchHang(false);
+    while (alive > 0)
+        process(std::chrono::milliseconds(5));
+}
+
 } // namespace
 
 void benchManyClients(Runner &runner)
 {
+    noteHangingDrivers(runner);
     double onePoll = 0;
     double oneThread = 0;
     for (const int count : { 1, 10, 100, 500 }) {

@@ -1,4 +1,4 @@
-// One poll cycle of 420 values without I/O, the host keeping the report.
+// One poll cycle of 420 values without I/O, the host keeping the report or not.
 
 #include "clients.h"
 #include "rows.h"
@@ -66,6 +66,38 @@ private:
     long m_turn = 0;
 };
 
+/** The least that leaves the same behind when nobody takes the report: values in an array, and the
+ *  device information, which a host may read at any time. */
+class FlatArrays
+{
+public:
+    FlatArrays()
+    {
+        deliver(0,
+                [this](int id, float value) { m_information.insert(QString::number(id), value); });
+    }
+
+    void cycle()
+    {
+        float *slot = m_values;
+        deliver(++m_turn, [&slot](int, float value) { *slot++ = value; });
+        for (int k = 0; k < 96; ++k)
+            m_changes += int(m_values[k]) != m_states[k];
+        const QMutexLocker lock(&m_mutex);
+        const float *value = m_values;
+        for (QVariant &entry : m_information)
+            entry = *value++;
+    }
+
+private:
+    float m_values[420] = {};
+    int m_states[96] = {};
+    int m_changes = 0;
+    QMap<QString, QVariant> m_information;
+    QMutex m_mutex;
+    long m_turn = 0;
+};
+
 /** What one writes first: everything by key, every text made anew. */
 class Straightforward
 {
@@ -113,8 +145,9 @@ private:
 
 void benchPollCycle(Runner &runner)
 {
-    BenchClients clients(1);
+    BenchClients clients(2);
     tavoClient *client = clients.all().front().get();
+    tavoClient *other = clients.all().back().get();
     Report kept; // the host keeps the last report, as a view does
     QObject::connect(
         client, &CollectThread::postDEvent, client, [&kept](int, Report map) { kept = map; },
@@ -133,7 +166,15 @@ void benchPollCycle(Runner &runner)
                 { QStringLiteral("poll()"), Role::Ours, cycles, round([&] { client->poll(); }) },
                 { QStringLiteral("straightforward Qt"), Role::Naive, cycles,
                   round([&] { straight.cycle(); }) } } };
-    row.toLimit = 2;
+    row.toLimit = 1.5;
     row.fasterThanNaive = 3;
     runner.run(row);
+    FlatArrays flat;
+    Row unkept { QStringLiteral("Poll cycle of 420 values, nobody keeping the report"),
+                 { { QStringLiteral("flat arrays, one map refreshed"), Role::Limit, cycles,
+                     round([&] { flat.cycle(); }) },
+                   { QStringLiteral("poll()"), Role::Ours, cycles,
+                     round([&] { other->poll(); }) } } };
+    unkept.toLimit = 4;
+    runner.run(unkept);
 }

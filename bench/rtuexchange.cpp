@@ -3,9 +3,9 @@
 #include "device.h"
 #include "rows.h"
 
-#include "comm/commio.h"
-#include "comm/driverapi.h"
-#include "comm/serialport.h"
+#include "modbus/commio.h"
+#include "modbus/driverapi.h"
+#include "serial/serialport.h"
 
 #include <QEventLoop>
 #include <QModbusReply>

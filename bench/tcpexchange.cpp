@@ -3,8 +3,8 @@
 #include "device.h"
 #include "rows.h"
 
-#include "comm/commio.h"
-#include "comm/driverapi.h"
+#include "modbus/commio.h"
+#include "modbus/driverapi.h"
 
 #include <QEventLoop>
 #include <QModbusReply>

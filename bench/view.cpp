@@ -5,7 +5,7 @@
 #include "clients.h"
 #include "rows.h"
 
-#include "view/tavoview.h"
+#include "tavoview.h"
 
 #include <QApplication>
 #include <QTabWidget>

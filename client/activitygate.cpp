@@ -2,13 +2,21 @@
 
 #include <utility>
 
-bool ActivityGate::tryEnter()
+ActivityGate::Pass ActivityGate::tryEnter()
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
     if (m_inside != std::thread::id())
-        return false;
+        return Pass();
     m_inside = std::this_thread::get_id();
-    return true;
+    return Pass(this);
+}
+
+ActivityGate::Pass ActivityGate::enter()
+{
+    std::unique_lock<std::mutex> lock(m_mutex);
+    m_left.wait(lock, [this] { return m_inside == std::thread::id(); });
+    m_inside = std::this_thread::get_id();
+    return Pass(this);
 }
 
 bool ActivityGate::isInside()
@@ -17,21 +25,18 @@ bool ActivityGate::isInside()
     return isOwn();
 }
 
-void ActivityGate::enter()
-{
-    std::unique_lock<std::mutex> lock(m_mutex);
-    m_left.wait(lock, [this] { return m_inside == std::thread::id(); });
-    m_inside = std::this_thread::get_id();
-}
-
+// The thread counts as inside until its last call out has returned: a destructor that waits for it
+// must not go on before.
 void ActivityGate::leave()
 {
-    // All under the lock: a waiting destructor goes on only when this thread is done here.
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    m_inside = std::thread::id();
-    if (const auto action = std::exchange(m_whenIdle, nullptr))
+    std::unique_lock<std::mutex> lock(m_mutex);
+    while (const auto action = std::exchange(m_whenIdle, nullptr)) {
+        lock.unlock();
         action();
-    m_left.notify_all();
+        lock.lock();
+    }
+    m_inside = std::thread::id();
+    m_left.notify_all(); // under the lock, with which the gate may end
 }
 
 bool ActivityGate::waitIdle(std::chrono::milliseconds timeout)
@@ -48,9 +53,12 @@ void ActivityGate::waitIdle()
 
 void ActivityGate::whenIdle(const std::function<void()> &action)
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    if (m_inside == std::thread::id())
-        action();
-    else
-        m_whenIdle = action;
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        if (m_inside != std::thread::id()) {
+            m_whenIdle = action;
+            return;
+        }
+    }
+    action();
 }

@@ -9,22 +9,50 @@
 /**
  * Lets one thread at a time poll for a client, and lets the client's deletion wait for it.
  *
- * Threads: any; leave() in the thread that entered.
+ * Threads: any.
  */
 class ActivityGate
 {
 public:
+    /**
+     * A thread's stay inside; it ends with the object, whatever ends the thread's work: a return,
+     * an exception or the thread's cancellation. In the thread that entered.
+     */
+    class Pass
+    {
+    public:
+        explicit Pass(ActivityGate *gate = nullptr)
+            : m_gate(gate)
+        {
+        }
+        Pass(Pass &&other) noexcept
+            : m_gate(other.m_gate)
+        {
+            other.m_gate = nullptr;
+        }
+        /** Nothing of the gate's owner may be used afterwards: it may be gone. */
+        ~Pass()
+        {
+            if (m_gate)
+                m_gate->leave();
+        }
+        Pass &operator=(Pass &&) = delete;
+
+        /** False when somebody else is inside. */
+        explicit operator bool() const { return m_gate != nullptr; }
+
+    private:
+        ActivityGate *m_gate;
+    };
+
     /** Enters, unless a thread is inside already. */
-    bool tryEnter();
+    [[nodiscard]] Pass tryEnter();
+
+    /** Enters once nobody is inside. */
+    [[nodiscard]] Pass enter();
 
     /** True in the thread that is inside. */
     bool isInside();
-
-    /** Enters once nobody is inside. */
-    void enter();
-
-    /** Leaves; nothing of the gate's owner may be used afterwards: it may be gone. */
-    void leave();
 
     /** Waits until no thread is inside; at once in the thread that is inside itself.
      *  @return true when nobody is inside */
@@ -33,11 +61,12 @@ public:
     /** Waits for as long as it takes. */
     void waitIdle();
 
-    /** Has leave() call `action`, in the thread that leaves; at once when nobody is inside. A
-     *  thread that is inside itself counts, other than with waitIdle(). */
+    /** Has the thread that is inside call `action` as the last thing before it has left; at once
+     *  when nobody is inside. A thread that is inside itself counts, other than with waitIdle(). */
     void whenIdle(const std::function<void()> &action);
 
 private:
+    void leave();
     bool isIdle() const { return m_inside == std::thread::id() || isOwn(); }
     bool isOwn() const { return m_inside == std::this_thread::get_id(); }
 

@@ -1,40 +1,55 @@
 #include "tavoclient.h"
 
-#include "comm/portmanage.h"
-#include "comm/serialport.h"
+#include "atend.h"
+#include "deletionbudget.h"
 #include "deviceconfig.h"
+#include "hostfile.h"
+#include "hostvocabulary.h"
+#include "link/linehold.h"
+#include "portmanage.h"
+#include "serial/serialport.h"
+#include "sharedvalue.h"
 #include "tavofont.h"
-#include "upgrade.h"
-#include "view/tavoview.h"
+#include "tavoview.h"
+#include "threadloop.h"
 
+#include <QDateTime>
 #include <QDebug>
 #include <QEvent>
-#include <QLoggingCategory>
 #include <QProcess>
+#include <QTimer>
+
+using namespace HostContract;
 
 namespace {
 
-// How long the host's event loop waits for a driver when a client is deleted.
-constexpr std::chrono::milliseconds deletionPatience { 900 };
+using namespace std::chrono_literals;
 
-PortManage *portManager(void *handle)
-{
-    return handle ? static_cast<PortManage *>(handle) : PortManage::instance();
-}
+// After so long a driver that has not returned is worth a word; at the end of an event loop, which
+// does nothing later, it is waited for so long.
+constexpr auto deletionPatience = 900ms;
 
 } // namespace
 
+void tavoDataProce(int id, float value, void *context)
+{
+    (*static_cast<tavoClient **>(context))->parseData(id, value);
+}
+
 tavoClient::tavoClient(CollectThread *parent)
     : CollectThread(parent)
+    , m_settings(*this)
     , m_helper(new QProcess(this))
-    , m_link(m_driver, tavoDataProce, &m_self)
+    , m_driver(deviceFamily().driverLibrary)
+    , m_cycle(deviceFamily(), *this, { communicationState, failCount, reportedStates }, m_stop,
+              m_driver, tavoDataProce, &m_self)
 {
+    giveEventLoop();
+    connect(this, &QThread::finished, this, &tavoClient::giveEventLoop);
     retries = 5;
     qRegisterMetaType<QList<int>>("QList<int>");
     qRegisterMetaType<CollectThread *>("CollectThread*");
     LoadDriver();
-    // The plug-in's own instance goes at the end of the process, when it is too late to set up logging.
-    QLoggingCategory::defaultCategory();
 }
 
 tavoClient::~tavoClient()
@@ -42,10 +57,21 @@ tavoClient::~tavoClient()
     requestStop();
     m_gate.waitIdle();
     wait();
-    m_link.dropSocket();
+    m_cycle.dropConnection();
     FreeDriver();
     delete m_view;
+    delete eventDispatcher(); // for a start that does not come
     qDebug() << "~tavoClient";
+}
+
+// For the next start. Not while the thread runs, and not before Qt has done with the last one.
+void tavoClient::giveEventLoop()
+{
+    if (isRunning())
+        return;
+    wait();
+    if (!eventDispatcher())
+        setEventDispatcher(new ThreadLoop);
 }
 
 CollectThread *tavoClient::create(void *handle)
@@ -63,20 +89,46 @@ void tavoClient::release(tavoClient *client)
     client->deleteLater();
 }
 
+// The host's event loop does not wait: not for a driver, and not for many deletions in one go.
 bool tavoClient::event(QEvent *event)
 {
     if (event->type() != QEvent::DeferredDelete)
         return CollectThread::event(event);
+    const bool hasLoop = QThread::currentThread()->loopLevel() > 0;
+    if (hasLoop && !DeletionBudget::hasTime()) {
+        QTimer::singleShot(DeletionBudget::window, this, &QObject::deleteLater);
+        return true;
+    }
+    const auto start = std::chrono::steady_clock::now();
+    const bool isHandled = endOrPutOff(*event, hasLoop); // the client may be gone now
+    DeletionBudget::spendSince(start);
+    return isHandled;
+}
+
+// Even to wake the thread takes its time, with a thousand clients.
+bool tavoClient::endOrPutOff(QEvent &deletion, bool hasLoop)
+{
     requestStop();
     // A slot or a driver may run an event loop within poll(): the cycle below it needs the client.
-    const bool isOwnCycle = m_gate.isInside();
-    if (!isOwnCycle && m_gate.waitIdle(deletionPatience))
-        return CollectThread::event(event);
-    if (!isOwnCycle)
-        qWarning() << "tavoClient" << settings().deviceName
-                   << "is deleted later: its driver has not returned yet";
-    m_gate.whenIdle([this] { deleteLater(); });
+    if (m_gate.isInside() || !m_gate.waitIdle(hasLoop ? 0ms : deletionPatience))
+        putOffDeletion();
+    else if (hasLoop && isRunning())
+        QTimer::singleShot(DeletionBudget::window, this, &QObject::deleteLater);
+    else
+        return CollectThread::event(&deletion);
     return true;
+}
+
+void tavoClient::putOffDeletion()
+{
+    if (!m_isDeletionPutOff) {
+        m_isDeletionPutOff = true;
+        QTimer::singleShot(deletionPatience, this, [this] {
+            qWarning() << "tavoClient" << deviceName
+                       << "is deleted later: its driver has not returned yet";
+        });
+    }
+    m_gate.whenIdle([this] { deleteLater(); });
 }
 
 // Ends the waits of a cycle and the event loop of run(); the driver has to return by itself.
@@ -103,11 +155,12 @@ CollectView *tavoClient::getView()
         m_view = new tavoView;
         connect(m_view, SIGNAL(postDEvent(int, QMap<QString, QVariant>)), this,
                 SIGNAL(postDEvent(int, QMap<QString, QVariant>)));
-        m_view->setUpgradePlanner([this] { return planUpgrade(settings()); });
+        m_view->follow(m_news);
+        m_view->setUpgradeDevice(this);
     }
     m_view->refreshLayout();
     m_view->refreshData();
-    m_view->setName(settings().deviceName);
+    m_view->setName(deviceName);
     return m_view;
 }
 
@@ -128,39 +181,25 @@ QStringList tavoClient::getEventLogDesc()
 
 void tavoClient::loadConfig()
 {
-    const QString directory = configurationDirectory();
+    const QString directory = hostDirectory();
     qDebug() << "tavo" << directory;
-    const CycleSettings before = settings();
-    const DeviceConfig config = readDeviceConfig(directory + QLatin1String("/db"),
-                                                 before.deviceName, getEventLogDesc().size());
-    for (const QString &problem : config.problems)
+    DeviceConfig config =
+        readDeviceConfig(directory + QLatin1String("/db"), deviceName, getEventLogDesc().size());
+    for (const QString &problem : qAsConst(config.problems))
         qWarning().noquote() << "loadConfig" << problem;
-    const SerialPort *port = before.ports->getPortHandle(config.portName);
-    const QString portSettings = port ? port->getPortSettings() : QString();
-    {
-        const QMutexLocker lock(&mutex);
-        m_languageFlag = config.languageFlag;
-        m_portName = config.portName;
-        m_portSettings = portSettings;
-        m_address = config.address;
-        retries = config.retries;
-        protocol = config.protocol;
-        interval = config.interval;
-        m_communicationType = config.communicationType;
-        ipAddress = config.ipAddress;
-        tcpPort = config.tcpPort;
-        eventChoice = config.eventChoice;
-    }
-    setPort(config.portName, portSettings);
+    if (config.settings.communicationType == tcpCommunication)
+        qDebug().noquote() << "loadConfig" << deviceName << "is polled over TCP at"
+                           << peerText(config.settings) << "- port" << config.settings.portName
+                           << "is opened, but not used";
+    const SerialPort *port = settings().ports->getPortHandle(config.settings.portName);
+    config.settings.portSettings = port ? port->getPortSettings() : QString();
+    m_settings.replace(config.settings);
+    setPort(config.settings.portName, config.settings.portSettings);
 }
 
 void tavoClient::setPort(QString portName, QString portSettings)
 {
-    {
-        const QMutexLocker lock(&mutex);
-        m_portName = portName;
-        m_portSettings = portSettings;
-    }
+    m_settings.setPort(portName, portSettings);
     reopenPort();
 }
 
@@ -168,21 +207,12 @@ void tavoClient::setPort(QString portName, QString portSettings)
 // change it at any moment.
 void tavoClient::reopenPort()
 {
-    QString name;
-    PortManage *ports = nullptr;
-    {
-        const QMutexLocker lock(&mutex);
-        m_portReopened = 1;
-        name = m_portName;
-        ports = portManager(portHandle);
-    }
-    ports->ReOpen(name);
+    settings().ports->ReOpen(m_settings.portToReopen());
 }
 
-void tavoClient::setDevId(int address)
+void tavoClient::setDevId(int unit)
 {
-    const QMutexLocker lock(&mutex);
-    m_address = address;
+    m_settings.setUnit(unit);
 }
 
 QString tavoClient::utfToChina(QString text)
@@ -190,20 +220,126 @@ QString tavoClient::utfToChina(QString text)
     return QString::fromUtf8(text.toLatin1());
 }
 
-CycleSettings tavoClient::settings()
+DeviceSettings tavoClient::settings()
+{
+    return m_settings.current();
+}
+
+void tavoClient::run()
+{
+    const ActivityGate::Pass pass = m_gate.enter();
+    const AtEnd drop([this] { m_cycle.dropConnection(); });
+    m_settings.raiseInterval();
+    QTimer timer;
+    timer.setInterval(100);
+    connect(&timer, SIGNAL(timeout()), this, SLOT(threadTimer()), Qt::DirectConnection);
+    QTimer::singleShot(0, &timer, SLOT(start()));
+    timer.start();
+    exec();
+}
+
+void tavoClient::poll()
+{
+    if (const ActivityGate::Pass pass = m_gate.tryEnter())
+        pollIfDue();
+}
+
+void tavoClient::pollIfDue()
+{
+    const qint64 now = QDateTime::currentSecsSinceEpoch();
+    // A clock that was set back must not hold up the next cycle.
+    const bool isEarly = now < nextPollTime && now >= m_lastPollTime;
+    if (m_stop.requested() || (isEarly && !m_cycle.commands().hasCommands()))
+        return;
+    setShared(workState, 1);
+    const AtEnd idle([this] { setShared(workState, 0); });
+    nextPollTime = now + settings().interval;
+    m_lastPollTime = now;
+    threadTimer();
+}
+
+void tavoClient::threadTimer()
+{
+    m_cycle.run();
+}
+
+QString tavoClient::location()
+{
+    return deviceLocation(settings());
+}
+
+std::unique_ptr<DeviceHold> tavoClient::hold()
+{
+    return std::make_unique<LineHold>(location());
+}
+
+void tavoClient::post(int type, const QVariantMap &map)
+{
+    emit postDEvent(type, map);
+}
+
+void tavoClient::publish(LatestValues &values, const DeviceEntries &entries)
 {
     const QMutexLocker lock(&mutex);
-    CycleSettings current;
-    current.deviceName = deviceName;
-    current.protocol = protocol;
-    current.retries = retries;
-    current.ipAddress = ipAddress;
-    current.tcpPort = tcpPort;
-    current.manufacturer = manufacturer;
-    current.portName = m_portName;
-    current.portSettings = m_portSettings;
-    current.address = m_address;
-    current.communicationType = m_communicationType;
-    current.ports = portManager(portHandle);
-    return current;
+    values.writeTo(deviceInformation); // as flushData() does
+    deviceInformation.insert(Key::manufacturer(), manufacturer);
+    for (const auto &entry : entries)
+        deviceInformation.insert(entry.first, entry.second);
+}
+
+void tavoClient::eventBegan(int event, const EventOnset &onset)
+{
+    m_news.eventBegan(event, onset);
+}
+
+void tavoClient::eventEnded(int event)
+{
+    m_news.eventEnded(event);
+}
+
+void tavoClient::linkChanged(int state)
+{
+    m_news.setLink({ state, QDateTime::currentDateTime() });
+}
+
+void tavoClient::commandAnswered(const CommandAnswer &answer)
+{
+    m_news.tell(answer);
+}
+
+void tavoClient::historyExported(const HistoryOutcome &outcome)
+{
+    m_news.tell(outcome);
+}
+
+void tavoClient::parseData(int id, float value)
+{
+    m_cycle.store(id, value);
+}
+
+void tavoClient::reportData()
+{
+    m_cycle.report();
+}
+
+int tavoClient::control(int id, QString value)
+{
+    m_cycle.commands().append({ id, value });
+    return 1;
+}
+
+int tavoClient::check_set_command()
+{
+    m_cycle.commands().drain();
+    return 1;
+}
+
+void tavoClient::initHistoryInfo()
+{
+    m_cycle.commands().translateHistory();
+}
+
+void tavoClient::exportHistoryInfo(QString path)
+{
+    m_cycle.commands().exportHistoryTo(path);
 }

@@ -1,20 +1,18 @@
 #pragma once
 
 #include "activitygate.h"
-#include "comm/stopsource.h"
-#include "commandqueue.h"
-#include "cyclesettings.h"
-#include "devicelink.h"
-#include "driverbinding.h"
-#include "historyexport.h"
-#include "plugin/collectthread.h"
-#include "statusreport.h"
+#include "clientsettings.h"
+#include "collectthread.h"
+#include "cyclehost.h"
+#include "link/driverbinding.h"
+#include "pollcycle.h"
+#include "stopsource.h"
+#include "upgradedevice.h"
 
 #include <QPointer>
 
 class QProcess;
 class tavoView;
-struct LinkStep;
 
 /** Takes one decoded value from the driver.
  *  @param context  address of a pointer to the client, as given to the driver's "Query" */
@@ -23,18 +21,16 @@ extern "C" Q_DECL_EXPORT void tavoDataProce(int id, float value, void *context);
 /**
  * The acquisition client of one UPS: polls it through the protocol driver and reports to the host.
  *
- * Driver binding, transport, link state, flags, commands and history are classes and functions of
- * their own; the client joins them to a cycle and keeps what the host binds to.
+ * The names that the host binds to, over a PollCycle, which does what they promise.
  *
  * Threads:   a cycle runs in run()'s thread, or in the thread that calls poll(); one at a time.
- *            The other operations say theirs. Settings are guarded by the base's `mutex`, which
- *            is never held across a call out; a cycle works on the copy it took at its start.
+ *            The other operations say theirs.
  * Ownership: owns driver library, socket, view and command queue; borrows the port manager.
  * Errors:    nothing throws; without a driver every query fails, which the host sees as "lost".
  *            Deleting a client that polls ends its waits at once and takes as long as the driver
  *            call that is under way.
  */
-class tavoClient : public CollectThread
+class tavoClient : public CollectThread, private CycleHost, private UpgradeDevice
 {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID "com.orva.Qt.ProInterface")
@@ -52,8 +48,7 @@ public:
      *  Ownership: the client's. */
     CollectView *getView() override;
 
-    /** Reads "param.ini" and "dev.ini" and opens the device's port. Host's thread; waits for the
-     *  port while another client uses it.
+    /** Reads "param.ini" and "dev.ini" and opens the device's port. Host's thread.
      *  Errors: missing files and keys read as defaults; what is wrong in a file is logged. */
     void loadConfig() override;
 
@@ -71,11 +66,11 @@ public:
     void poll() override;
 
     /** Names the port and its settings text and has the port manager open it anew. Any thread;
-     *  a cycle that runs goes on with the old port. */
+     *  counts from the next call of the driver. */
     void setPort(QString portName, QString settings);
 
-    /** Sets the device address on the line. Any thread; counts from the next cycle. */
-    void setDevId(int address);
+    /** Sets the device's Modbus unit. Any thread; counts from the next call of the driver. */
+    void setDevId(int unit);
 
     /** Repairs a text whose UTF-8 bytes were read as Latin-1. Any thread. */
     QString utfToChina(QString text);
@@ -115,36 +110,36 @@ private slots:
     void threadTimer();
 
 private:
-    void requestStop();
-    void pollIfDue();
-    CycleSettings settings();
-    void followLink(const CycleSettings &current, bool answered, QVariantMap map);
-    void postLinkChange(const LinkStep &step, const QVariantMap &map);
-    void reopenPort();
-    void report(const CycleSettings &current);
-    void updateDeviceInformation(const CycleSettings &current);
-    int drainCommands(const CycleSettings &current);
-    void carryOut(const ControlCmd &command, const CycleSettings &current);
-    void finishDownload(const ControlCmd &command, int outcome, const QString &name);
+    // CycleHost
+    DeviceSettings settings() override;
+    void post(int type, const QVariantMap &map) override;
+    void reopenPort() override;
+    void publish(LatestValues &values, const DeviceEntries &entries) override;
+    void eventBegan(int event, const EventOnset &onset) override;
+    void eventEnded(int event) override;
+    void linkChanged(int state) override;
+    void commandAnswered(const CommandAnswer &answer) override;
+    void historyExported(const HistoryOutcome &outcome) override;
 
-    QString m_portName;     // guarded by mutex
-    QString m_languageFlag; // "1" or "0", kept for the host; guarded by mutex
-    CommandQueue m_commands;
-    int m_portReopened = 0;      // guarded by mutex
-    int m_address = 1;           // guarded by mutex
-    QString m_portSettings;      // guarded by mutex
-    int m_communicationType = 0; // guarded by mutex
-    bool m_keepPort = false;     // true: a lost port is not opened anew; nothing sets it
-    unsigned m_idleCycles = 0;   // cycles since a command waited, for debugging; polling thread
-    qint64 m_lastPollTime = 0;   // s since the epoch; polling thread
-    tavoClient *m_self = this;   // what the driver's context points to
-    LatestValues m_values;       // polling thread
-    TimeText m_time;             // polling thread
-    HistoryWords m_historyWords; // polling thread
-    QPointer<tavoView> m_view;   // GUI thread
-    QProcess *m_helper;          // a child
+    // UpgradeDevice
+    QString location() override;
+    std::unique_ptr<DeviceHold> hold() override;
+
+    void giveEventLoop();
+    void requestStop();
+    bool endOrPutOff(QEvent &deletion, bool hasLoop);
+    void putOffDeletion();
+    void pollIfDue();
+
+    ClientSettings m_settings;
+    bool m_isDeletionPutOff = false; // the thread that the client lives in
+    qint64 m_lastPollTime = 0;       // s since the epoch; polling thread
+    tavoClient *m_self = this;       // what the driver's context points to
+    ClientNews m_news;
+    QPointer<tavoView> m_view; // GUI thread
+    QProcess *m_helper;        // a child
     StopSource m_stop;
     ActivityGate m_gate; // entered by the thread that polls
     DriverBinding m_driver;
-    DeviceLink m_link; // polling thread
+    PollCycle m_cycle; // polling thread
 };

@@ -1,14 +1,16 @@
 #pragma once
 
+#include "datareport.h"
+
 #include <QList>
-#include <QMap>
 #include <QMutex>
 #include <QObject>
 #include <QStringList>
-#include <QVariant>
 #include <QVector>
 
 #include <atomic>
+
+struct DataLogColumn;
 
 /**
  * The translated words of the data log and the event log, one object for the process.
@@ -31,7 +33,7 @@ public:
     /** The titles of a data-log row, units included. */
     QList<QString> getDataLogDesc();
 
-    /** The event texts: event k appears at index k and disappears at index 96 + k. */
+    /** The event texts: event k of n appears at index k and disappears at index n + k. */
     QList<QString> getEventLogDesc() { return m_eventTexts; }
 
     /** One data-log row, a text for each of getDataLogDesc().
@@ -42,12 +44,14 @@ public:
     void flushData(QMap<int, QVariant> data);
 
 private:
+    static QString columnText(const DataLogColumn &column, const QStringList &states,
+                              const DataReport &data);
+
     static std::atomic<tavoFont *> m_instance;
 
     QList<QString> m_dataLogTexts;
-    QVector<QString> m_batteryStates;
-    QVector<QString> m_outputModes;
+    QVector<QStringList> m_states; // of each logged column; empty where it is none
     QList<QString> m_eventTexts;
     QMutex m_mutex;
-    QMap<int, QVariant> m_lastData; // guarded by m_mutex
+    DataReport m_lastData; // guarded by m_mutex
 };

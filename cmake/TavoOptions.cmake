@@ -8,7 +8,6 @@ target_compile_definitions(tavo_options INTERFACE
 target_compile_options(tavo_options INTERFACE
   -Wall -Wextra -Wpedantic -Wnon-virtual-dtor -Wcast-align -Wshadow
   $<$<BOOL:${TAVO_WERROR}>:-Werror>)
-target_include_directories(tavo_options INTERFACE ${PROJECT_SOURCE_DIR})
 
 if(TAVO_SANITIZE)
   target_compile_options(tavo_options INTERFACE

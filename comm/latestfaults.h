@@ -8,6 +8,9 @@
 /**
  * The present fault of each of many things, so that what is tried again and again complains once.
  *
+ * A static one is made with `new` and never destroyed: polling threads use it while the process
+ * exits.
+ *
  * Threads: any.
  */
 class LatestFaults

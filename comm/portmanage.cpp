@@ -1,8 +1,6 @@
 #include "portmanage.h"
 
-#include "portlock.h"
-#include "serialini.h"
-#include "serialport.h"
+#include "serial/portlock.h"
 #include "stopsource.h"
 
 #include <atomic>
@@ -41,9 +39,11 @@ private:
     QMutex *m_mutex;
 };
 
-SerialPort *serialPortOf(const CommHandle &handle)
+ManagedPort *serialPortOf(const CommHandle &handle)
 {
-    return handle.kind == CommHandle::Hid ? nullptr : static_cast<SerialPort *>(handle.device);
+    return handle.kind == CommHandle::Hid
+        ? nullptr
+        : static_cast<ManagedPort *>(static_cast<SerialPort *>(handle.device));
 }
 
 QString hidKey(int vendorId, int productId)
@@ -51,10 +51,12 @@ QString hidKey(int vendorId, int productId)
     return QStringLiteral("%1.%2").arg(vendorId).arg(productId);
 }
 
-void openAsConfigured(SerialPort &port, const QString &name)
+// A client's thread has to have the line, and its StopSource ends the wait. Any other may be the
+// host's.
+LineQueue::Patience patience()
 {
-    const StoredPortSettings settings = readSerialIni(name);
-    port.CommOpen(name, settings.param, settings.timeout);
+    return StopSource::isInScope() ? LineQueue::Patience::UntilStopped
+                                   : LineQueue::Patience::OfHost;
 }
 
 } // namespace
@@ -65,7 +67,7 @@ PortManage::PortManage()
 {
     qRegisterMetaType<QMap<QString, SerialPort *>>("QMap<QString,SerialPort*>");
     connect(timer, SIGNAL(timeout()), this, SLOT(timerProc()));
-    connect(m_retry, &QTimer::timeout, this, &PortManage::closeDue);
+    connect(m_retry, &QTimer::timeout, this, &PortManage::doDue);
     timer->setInterval(idlePeriod);
     m_retry->setInterval(retryPeriod);
     m_retry->setSingleShot(true);
@@ -90,71 +92,51 @@ PortManage *PortManage::instance()
 {
     if (PortManage *manager = theInstance.load(std::memory_order_acquire))
         return manager;
-    static QMutex creation;
+    // Never destroyed, as clients' threads go on while the process exits.
+    static QMutex &creation = *new QMutex;
     const QMutexLocker lock(&creation);
     if (!theInstance.load(std::memory_order_relaxed))
         theInstance.store(new PortManage, std::memory_order_release);
     return theInstance.load(std::memory_order_relaxed);
 }
 
-// Null when the name is a HID device's. A new port comes locked, so that nobody gets it before it
-// was opened; of a known one `tickDue` tells that a tick wanted to close it.
-SerialPort *PortManage::findOrCreate(const QString &name, bool *created, bool *tickDue)
+// Null when the name is a HID device's, or the thread was asked to stop. A new port is opened first
+// by whoever asks for it: it comes with that due.
+ManagedPort *PortManage::findOrCreate(const QString &name)
 {
-    if (const CommHandle *handle = handles.value(name)) {
-        *tickDue = m_due.remove(name);
+    const ManagerLock lock(mutex);
+    if (!lock)
+        return nullptr;
+    if (const CommHandle *handle = handles.value(name))
         return serialPortOf(*handle);
-    }
-    auto port = std::make_unique<SerialPort>();
-    port->Lock();
-    handles.insert(name, new CommHandle { port.get(), CommHandle::Serial });
-    *created = true;
+    auto port = std::make_unique<ManagedPort>(name);
+    port->note(ManagedPort::Due::ReOpen);
+    SerialPort *device = port.get(); // which is what users take the handle's first word for
+    handles.insert(name, new CommHandle { device, CommHandle::Serial });
     return port.release();
 }
 
 SerialPort *PortManage::getPortHandle(const QString &name)
 {
-    SerialPort *port = getLockedPort(name);
-    if (port)
-        port->UnLock();
+    ManagedPort *port = findOrCreate(name);
+    if (!port)
+        return nullptr;
+    if (port->lockWithin(patience())) {
+        const PortLock lock(*port, std::adopt_lock);
+        port->makeReady();
+    } else if (StopSource::currentRequested()) {
+        return nullptr;
+    }
     return port;
 }
 
 SerialPort *PortManage::getLockedPort(const QString &name)
 {
-    SerialPort *port = nullptr;
-    bool created = false;
-    bool tickDue = false;
-    {
-        const ManagerLock lock(mutex);
-        port = lock ? findOrCreate(name, &created, &tickDue) : nullptr;
-    }
-    if (!port)
+    ManagedPort *port = findOrCreate(name);
+    if (!port || !port->lockWithin(LineQueue::Patience::UntilStopped))
         return nullptr;
-    if (created)
-        openAsConfigured(*port, name);
-    else if (!StopSource::lock(*port->mutex)) {
-        if (tickDue)
-            keepDue(name);
-        return nullptr;
-    }
-    if (tickDue)
-        closeIfIdle(*port);
-    if (!port->isOpen() || port->isHungUp())
-        port->ReOpen();
+    port->makeReady();
     return port;
-}
-
-// In the manager's thread: a client that stops waits for nobody. The tick may have stopped trying
-// when it found nothing due.
-void PortManage::keepDue(const QString &name)
-{
-    const auto keep = [this, name] {
-        const QMutexLocker lock(&mutex);
-        m_due.insert(name);
-        m_retry->start();
-    };
-    QMetaObject::invokeMethod(this, keep, Qt::QueuedConnection);
 }
 
 CommHandle *PortManage::getPortHandle(int vendorId, int productId)
@@ -173,12 +155,41 @@ CommHandle *PortManage::getPortHandle(int vendorId, int productId)
 
 void PortManage::ReOpen(const QString &name)
 {
-    SerialPort *port = getLockedPort(name);
+    doAtOnceOrLater(name, ManagedPort::Due::ReOpen);
+}
+
+void PortManage::Close(const QString &name)
+{
+    doAtOnceOrLater(name, ManagedPort::Due::Close);
+}
+
+void PortManage::doAtOnceOrLater(const QString &name, ManagedPort::Due due)
+{
+    ManagedPort *port = findOrCreate(name);
     if (!port)
         return;
+    if (!port->lockWithin(patience())) {
+        if (!StopSource::currentRequested())
+            leave(*port, due);
+        return;
+    }
     const PortLock lock(*port, std::adopt_lock);
-    port->close();
-    openAsConfigured(*port, name);
+    if (!StopSource::isInScope() && port->isSending()) {
+        leave(*port, due);
+        return;
+    }
+    port->makeReady();
+    port->note(due);
+    port->doDue();
+    if (port->isDue())
+        leave(*port, due);
+}
+
+// To the line's next user, or to the manager's thread if nobody comes.
+void PortManage::leave(ManagedPort &port, ManagedPort::Due due)
+{
+    port.note(due);
+    QMetaObject::invokeMethod(m_retry, [this] { m_retry->start(); });
 }
 
 void PortManage::ReOpen(int vendorId, int productId)
@@ -191,15 +202,6 @@ void PortManage::ReOpen(int vendorId, int productId)
     openHid(*handle, vendorId, productId);
     if (handle->device)
         qDebug() << "ReOpen" << handle->device;
-}
-
-void PortManage::Close(const QString &name)
-{
-    SerialPort *port = getLockedPort(name);
-    if (!port)
-        return;
-    const PortLock lock(*port, std::adopt_lock);
-    port->close();
 }
 
 void PortManage::Close(int vendorId, int productId)
@@ -231,45 +233,35 @@ void PortManage::closeHid(CommHandle &handle)
 void PortManage::timerProc()
 {
     m_tick = true;
-    closeDue();
+    doDue();
 }
 
 // Port by port as far as they are free; the rest follows shortly, or with the port's next user.
-void PortManage::closeDue()
+void PortManage::doDue()
 {
     if (!mutex.tryLock()) {
         m_retry->start();
         return;
     }
-    const std::unique_lock<QMutex> lock(mutex, std::adopt_lock);
-    for (auto it = handles.cbegin(); m_tick && it != handles.cend(); ++it) {
-        if (it.value()->kind == CommHandle::Serial)
-            m_due.insert(it.key());
+    const std::vector<ManagedPort *> ports = serialPorts();
+    mutex.unlock();
+    bool isDone = true;
+    for (ManagedPort *port : ports) {
+        if (m_tick)
+            port->note(ManagedPort::Due::IdleClose);
+        isDone = port->tryDue() && isDone;
     }
     m_tick = false;
-    for (auto it = m_due.begin(); it != m_due.end();) {
-        SerialPort *port = serialPortOf(*handles.value(*it));
-        it = closeAtOnce(*port) ? m_due.erase(it) : std::next(it);
-    }
-    if (!m_due.isEmpty())
+    if (!isDone)
         m_retry->start();
 }
 
-// False when that would have to wait.
-bool PortManage::closeAtOnce(SerialPort &port)
+std::vector<ManagedPort *> PortManage::serialPorts() const
 {
-    if (!port.mutex->tryLock())
-        return false;
-    const PortLock lock(port, std::adopt_lock);
-    if (port.isSending())
-        return false;
-    closeIfIdle(port);
-    return true;
-}
-
-void PortManage::closeIfIdle(SerialPort &port)
-{
-    if (!port.inUse)
-        port.close();
-    port.inUse = false;
+    std::vector<ManagedPort *> ports;
+    for (const CommHandle *handle : handles) {
+        if (ManagedPort *port = serialPortOf(*handle))
+            ports.push_back(port);
+    }
+    return ports;
 }

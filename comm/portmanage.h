@@ -1,12 +1,12 @@
 #pragma once
 
+#include "managedport.h"
+
 #include <QMap>
 #include <QMutex>
 #include <QObject>
-#include <QSet>
 #include <QTimer>
-
-class SerialPort;
+#include <vector>
 
 /** An open port. The device stays first: drivers take it from the first word of their handle. */
 struct CommHandle
@@ -25,7 +25,9 @@ struct CommHandle
  * Threads:   all functions from any thread, but timerProc() only in its own, the application's
  *            main thread, where the timers run. Lock order: the manager's mutex, then a port's
  *            lock. The mutex is not held while a serial port is waited for or opened. Waits end
- *            early when the thread's StopSource asks.
+ *            early when the thread's StopSource asks. A thread without one, as the host's that
+ *            draws its windows, waits LineQueue::hostPatience at most: what it wants done to a
+ *            line in use is left to whoever gets the line next.
  * Ownership: owns ports and handles for the life of the process; callers borrow them.
  * Errors:    a port that does not open stays registered and is tried again at every request.
  */
@@ -40,12 +42,13 @@ public:
     /** The one manager of the process; made at the first call, in any thread. */
     static PortManage *instance();
 
-    /** The serial port at a device node, opened if need be; it may still be closed on return.
+    /** The serial port at a device node, opened if need be; it may still be closed on return, when
+     *  it does not open, a LinePause keeps everybody off, or the thread did not wait for it.
      *  @return null when `name` belongs to a HID device or the calling thread was asked to stop */
     SerialPort *getPortHandle(const QString &name);
 
     /** The same port with its lock held, for the caller to give back: no tick can close it before
-     *  it is used. */
+     *  it is used. Waits for its turn, in any thread. */
     SerialPort *getLockedPort(const QString &name);
 
     /** The handle (not the device) of a USB HID device, which may be null inside.
@@ -70,18 +73,17 @@ public slots:
     void timerProc();
 
 private:
-    static bool closeAtOnce(SerialPort &port);
-    static void closeIfIdle(SerialPort &port);
-    void keepDue(const QString &name);
     static void openHid(CommHandle &handle, int vendorId, int productId);
     static void closeHid(CommHandle &handle);
-    SerialPort *findOrCreate(const QString &name, bool *created, bool *tickDue);
-    void closeDue();
+    ManagedPort *findOrCreate(const QString &name);
+    void doAtOnceOrLater(const QString &name, ManagedPort::Due due);
+    void leave(ManagedPort &port, ManagedPort::Due due);
+    void doDue();
+    std::vector<ManagedPort *> serialPorts() const;
 
     QMap<QString, CommHandle *> handles; // guarded by mutex
     QMutex mutex;
     QTimer *timer;       // owned, as a child; every 30 s
-    QTimer *m_retry;     // owned, as a child; while ports are due
-    bool m_tick = false; // a tick has not been spread to m_due yet; main thread only
-    QSet<QString> m_due; // serial ports that the last tick found busy; guarded by mutex
+    QTimer *m_retry;     // owned, as a child; while something is due
+    bool m_tick = false; // a tick has not been noted at the ports yet; main thread only
 };

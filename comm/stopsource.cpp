@@ -1,12 +1,11 @@
 #include "stopsource.h"
 
-#include <QMutex>
+#include "exithold.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <poll.h>
-#include <sys/eventfd.h>
-#include <unistd.h>
+#include <QMutex>
 
 namespace {
 
@@ -24,29 +23,31 @@ StopSource::Scope::Scope(const StopSource &source)
     : m_outer(current)
 {
     current = &source;
+    if (!m_outer)
+        ExitHold::enter();
 }
 
 StopSource::Scope::~Scope()
 {
+    if (!m_outer)
+        ExitHold::leave();
     current = m_outer;
 }
 
 StopSource::StopSource()
-    : m_wakeUp(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
 {
-}
-
-StopSource::~StopSource()
-{
-    if (m_wakeUp >= 0)
-        close(m_wakeUp);
+    ExitHold::prepare();
 }
 
 void StopSource::request()
 {
     m_requested.store(true, std::memory_order_release);
-    if (m_wakeUp >= 0)
-        eventfd_write(m_wakeUp, 1);
+    m_wakeUp.set();
+}
+
+bool StopSource::isInScope()
+{
+    return current != nullptr;
 }
 
 bool StopSource::currentRequested()
@@ -56,10 +57,11 @@ bool StopSource::currentRequested()
 
 StopSource::Wait StopSource::waitFor(int descriptor, short events, milliseconds timeout)
 {
+    const ExitHold::Rest rest;
     // poll() ignores negative descriptors, so neither needs a case of its own.
     pollfd watched[] = { { descriptor, events, 0 },
-                         { current ? current->m_wakeUp : -1, POLLIN, 0 } };
-    const bool wakeable = !current || current->m_wakeUp >= 0;
+                         { current ? current->m_wakeUp.descriptor() : -1, POLLIN, 0 } };
+    const bool wakeable = !current || watched[1].fd >= 0;
     const auto deadline = steady_clock::now() + timeout;
     for (;;) {
         if (currentRequested())

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "wakeup.h"
+
 #include <atomic>
 #include <chrono>
 
@@ -12,8 +14,8 @@ class QMutex;
  * deleted: the thread enters a Scope, and every wait below it looks at the source of its thread.
  *
  * Threads:   request() and requested() from any thread; a Scope in the thread that waits.
- * Ownership: owns its descriptor; must outlive the scopes made of it.
- * Errors:    without a descriptor (out of descriptors) waits fall back to short slices.
+ * Ownership: must outlive the scopes made of it.
+ * Errors:    without a WakeUp for want of descriptors waits look every 20 ms.
  */
 class StopSource
 {
@@ -35,7 +37,6 @@ public:
     enum class Wait { Ready, TimedOut, Stopped, Failed };
 
     StopSource();
-    ~StopSource();
     StopSource(const StopSource &) = delete;
     StopSource &operator=(const StopSource &) = delete;
 
@@ -43,6 +44,9 @@ public:
     void request();
 
     bool requested() const { return m_requested.load(std::memory_order_acquire); }
+
+    /** True in a scope, as the threads are that poll for a client. */
+    static bool isInScope();
 
     /** True when the calling thread is in a scope whose source was asked to stop. */
     static bool currentRequested();
@@ -58,5 +62,5 @@ public:
 
 private:
     std::atomic<bool> m_requested { false };
-    int m_wakeUp; // eventfd, readable once stop is asked for; -1 without one
+    WakeUp m_wakeUp; // once stop is asked for
 };

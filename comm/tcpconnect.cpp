@@ -2,6 +2,7 @@
 
 #include "latestfaults.h"
 #include "stopsource.h"
+#include "wakeup.h"
 
 #include <cerrno>
 #include <cstring>
@@ -72,8 +73,10 @@ bool isReady(const std::shared_future<LookUp> &answer)
 // looked up waits for the same answer, so that a resolver which hangs holds one thread a name.
 std::shared_future<LookUp> startLookUp(const QByteArray &host)
 {
-    static QMutex mutex;
-    static std::map<QByteArray, std::shared_future<LookUp>> running; // by host; guarded by mutex
+    using LookUps = std::map<QByteArray, std::shared_future<LookUp>>;
+    // Never destroyed: polling threads use them while the process exits.
+    static QMutex &mutex = *new QMutex;
+    static LookUps &running = *new LookUps; // by host; guarded by mutex
     const QMutexLocker lock(&mutex);
     for (auto it = running.begin(); it != running.end();)
         it = isReady(it->second) ? running.erase(it) : std::next(it);
@@ -110,35 +113,43 @@ void setPort(Address &address, quint16 port)
         reinterpret_cast<sockaddr_in &>(address.storage).sin_port = htons(port);
 }
 
-// Returns 0 or an errno value.
-int finishConnecting(int descriptor, steady_clock::time_point deadline)
+std::error_code systemError(int error)
+{
+    return { error, std::generic_category() };
+}
+
+std::error_code finishConnecting(int descriptor, steady_clock::time_point deadline)
 {
     const auto left = std::chrono::ceil<milliseconds>(deadline - steady_clock::now());
     switch (StopSource::waitFor(descriptor, POLLOUT, std::max(left, milliseconds(0)))) {
     case StopSource::Wait::Ready:
         break;
     case StopSource::Wait::TimedOut:
-        return ETIMEDOUT;
+        return systemError(ETIMEDOUT);
     case StopSource::Wait::Stopped:
-        return ECANCELED;
+        return systemError(ECANCELED);
     case StopSource::Wait::Failed:
-        return errno;
+        return systemError(errno);
     }
     int error = 0;
     socklen_t length = sizeof error;
-    return getsockopt(descriptor, SOL_SOCKET, SO_ERROR, &error, &length) == 0 ? error : errno;
+    const int failed = getsockopt(descriptor, SOL_SOCKET, SO_ERROR, &error, &length);
+    return systemError(failed ? errno : error);
 }
 
-// Hands `socket` a connection to `address`; returns 0 or an errno value.
-int connectTo(QTcpSocket &socket, const Address &address, steady_clock::time_point deadline)
+// Hands `socket` a connection to `address`.
+std::error_code connectTo(QTcpSocket &socket, const Address &address,
+                          steady_clock::time_point deadline)
 {
-    const int descriptor =
-        ::socket(address.storage.ss_family, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
+    const int descriptor = affordable(
+        ::socket(address.storage.ss_family, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0),
+        DescriptorUse::Needed);
     if (descriptor < 0)
-        return errno;
+        return systemError(errno);
     const auto *target = reinterpret_cast<const sockaddr *>(&address.storage);
-    int error = ::connect(descriptor, target, address.length) == 0 ? 0 : errno;
-    if (error == EINPROGRESS)
+    const int failed = ::connect(descriptor, target, address.length);
+    std::error_code error = systemError(failed ? errno : 0);
+    if (error == std::errc::operation_in_progress)
         error = finishConnecting(descriptor, deadline);
     if (!error) {
         const int on = 1;
@@ -147,8 +158,8 @@ int connectTo(QTcpSocket &socket, const Address &address, steady_clock::time_poi
         setsockopt(descriptor, IPPROTO_TCP, TCP_USER_TIMEOUT, &unacknowledgedLimit,
                    sizeof unacknowledgedLimit);
         if (socket.setSocketDescriptor(descriptor))
-            return 0;
-        error = EBADF;
+            return {};
+        error = systemError(EBADF);
     }
     close(descriptor);
     return error;
@@ -158,7 +169,7 @@ int connectTo(QTcpSocket &socket, const Address &address, steady_clock::time_poi
 std::string connectToOneOf(QTcpSocket &socket, std::vector<Address> &addresses, quint16 port,
                            steady_clock::time_point deadline)
 {
-    int error = EADDRNOTAVAIL;
+    std::error_code error = systemError(EADDRNOTAVAIL);
     auto untried = int(addresses.size());
     for (Address &address : addresses) {
         setPort(address, port);
@@ -170,7 +181,7 @@ std::string connectToOneOf(QTcpSocket &socket, std::vector<Address> &addresses, 
         if (StopSource::currentRequested())
             break;
     }
-    return strerror(error);
+    return error.message();
 }
 
 } // namespace
@@ -179,8 +190,7 @@ bool connectToPeer(QTcpSocket &socket, const QString &host, quint16 port,
                    std::chrono::milliseconds timeout)
 {
     const auto deadline = steady_clock::now() + timeout;
-    if (socket.state() != QAbstractSocket::UnconnectedState || socket.isOpen())
-        socket.abort();
+    socket.abort();
     const QByteArray name = host.toUtf8();
     LookUp peer = lookUp(name, AI_NUMERICHOST);
     if (!peer.failure.empty() && !name.isEmpty())
@@ -192,7 +202,7 @@ bool connectToPeer(QTcpSocket &socket, const QString &host, quint16 port,
         return false; // which tells nothing about the peer
 
     // Clients try every few seconds, for days if need be.
-    static LatestFaults faults;
+    static LatestFaults &faults = *new LatestFaults;
     const QString subject = QStringLiteral("%1 port %2").arg(host).arg(port);
     if (faults.isNew(subject, QString::fromStdString(failure)))
         qDebug("connectToPeer: no connection to %s: %s", qUtf8Printable(subject), failure.c_str());

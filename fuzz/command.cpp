@@ -1,6 +1,7 @@
 // A command's number and value, from the host to the driver.
-#include "client/commandtable.h"
+#include "commands/commandtext.h"
 #include "line.h"
+#include "lookup.h"
 #include "targets.h"
 
 #include <algorithm>
@@ -13,8 +14,9 @@ void fuzzCommand(const QByteArray &input)
     if (input.isEmpty())
         return;
     const auto index = quint8(input.at(0));
-    const int id = index < std::size(commandRows) ? commandRows[index].controlId : index;
-    CommandText text = commandText({ id, QString::fromUtf8(input.mid(1)) });
+    const Rows<CommandRow> rows = deviceFamily().commands;
+    const int id = index < rows.size() ? rows[index].command : index;
+    CommandText text = commandText(commandRow(deviceFamily(), id), QString::fromUtf8(input.mid(1)));
     const auto end = std::find(text.begin(), text.end(), '\0');
     require(end != text.end()
             && std::all_of(end, text.end(), [](char byte) { return byte == '\0'; }));

@@ -1,5 +1,5 @@
 // The history file that a driver leaves behind, and its export.
-#include "client/historyexport.h"
+#include "history/historyexport.h"
 #include "targets.h"
 
 #include <QFile>

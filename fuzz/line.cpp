@@ -1,7 +1,7 @@
 #include "line.h"
 
-#include "comm/commio.h"
-#include "comm/modbusframe.h"
+#include "modbus/commio.h"
+#include "modbus/modbusframe.h"
 
 #include <algorithm>
 

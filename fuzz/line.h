@@ -1,6 +1,6 @@
 #pragma once
 
-#include "comm/driverapi.h"
+#include "modbus/driverapi.h"
 
 #include <QByteArray>
 #include <QIODevice>

@@ -1,7 +1,8 @@
 // What a user types for a setting, from the dialog to the driver's command.
-#include "client/commandtable.h"
+#include "commands/commandtext.h"
+#include "dialogs/dialog.h"
+#include "lookup.h"
 #include "targets.h"
-#include "view/dialog.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -59,5 +60,5 @@ void fuzzParameter(const QByteArray &input)
     const int raw = request.section(QLatin1Char(','), 1).toInt();
     require(record.type == TextValue || !record.hasRange()
             || (raw >= record.min && raw <= record.max));
-    require(commandText({ 2016, request }).back() == '\0');
+    require(commandText(commandRow(deviceFamily(), 2016), request).back() == '\0');
 }

@@ -1,14 +1,20 @@
 // The script that a simulated device plays.
+#include "history/historyrecord.h"
+#include "simulator.h"
 #include "targets.h"
-#include "tools/upssim/simulator.h"
 
 #include <cmath>
+#include <type_traits>
+
+using namespace upssim;
+
+// The programs hold both sides of a history: the client's records and the device's.
+static_assert(!std::is_same_v<::HistoryRecord, upssim::HistoryRecord>, "one name, two types");
 
 void fuzzScenario(const QByteArray &input)
 {
-    QString error;
-    const auto script = parseScript(QString::fromUtf8(input), &error);
-    require(script.has_value() == error.isEmpty());
+    const auto script = parseScript(QString::fromUtf8(input));
+    require(bool(script) == script.error().isEmpty());
     if (!script)
         return;
     Simulator simulator(1, 0);

@@ -1,7 +1,7 @@
 // Settings of ports and devices: the text of a port, "serial.ini" and "dev.ini".
-#include "client/deviceconfig.h"
-#include "comm/serialini.h"
-#include "comm/serialport.h"
+#include "deviceconfig.h"
+#include "serial/serialini.h"
+#include "serial/serialport.h"
 #include "targets.h"
 
 #include <QFile>
@@ -50,7 +50,8 @@ void fuzzSettings(const QByteArray &input)
         break;
     case 'd':
         write("dev.ini", text);
-        require(readDeviceConfig(QStringLiteral("."), QStringLiteral("ups1"), 96).eventChoice.size()
+        require(readDeviceConfig(QStringLiteral("."), QStringLiteral("ups1"), 96)
+                    .settings.eventChoice.size()
                 == 96);
         break;
     default:

@@ -1,6 +1,6 @@
 // What a TCP peer sends, and what a driver has sent to it.
-#include "comm/commio.h"
-#include "comm/modbusframe.h"
+#include "modbus/commio.h"
+#include "modbus/modbusframe.h"
 #include "targets.h"
 
 #include <QBuffer>

@@ -1,8 +1,8 @@
 // Values of any kind that a driver delivers, up to the host's log and the view.
-#include "client/tavoclient.h"
 #include "targets.h"
+#include "tavoclient.h"
 
-#include "plugin/collectview.h"
+#include "collectview.h"
 
 #include <cstring>
 

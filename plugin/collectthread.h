@@ -17,9 +17,9 @@ class CollectView;
  * The order of the virtual functions, of the meta-object's methods and of the members is contract.
  *
  * Threads:   the host calls from its own threads while the client's cycle runs in run()'s thread,
- *            or in the host's thread that calls poll(). Members say who writes them; those marked
- *            "mutex" are read and written under `mutex` once the client runs.
- * Ownership: the host owns the client and gives it back with release().
+ *            or in the host's thread that calls poll(). Members say who writes them and when;
+ *            those marked "atomic" are read at any time, in any thread, by atomic loads.
+ * Ownership: the host owns the client and ends it with deleteLater().
  * Errors:    never throws; the defaults answer with nothing, null or 0.
  */
 class CollectThread : public QThread
@@ -88,14 +88,13 @@ public slots:
         return nullptr;
     }
 
-    /** Gives a client back. */
+    /** Does nothing, here and in plug-ins that do not override it: a client ends by deleteLater(). */
     virtual void release(CollectThread *) { }
 
     /** Sets the port manager, a `PortManage *`; null means the process's own instance. */
     virtual void setPortHandle(void *handle)
     {
-        const QMutexLocker lock(&mutex);
-        portHandle = handle;
+        __atomic_store_n(&portHandle, handle, __ATOMIC_RELEASE);
     }
 
     /** Sets one entry of the device information map. The spelling is bound by name. */
@@ -105,20 +104,16 @@ public slots:
     virtual void poll() { }
 
     /** 1 while poll() runs a cycle, 0 otherwise. Any thread. */
-    virtual int getWorkState()
-    {
-        const QMutexLocker lock(&mutex);
-        return workState;
-    }
+    virtual int getWorkState() { return __atomic_load_n(&workState, __ATOMIC_ACQUIRE); }
 
 public:
-    QString deviceName;          ///< set by the host before loadConfig(); mutex
-    int protocol = 0;            ///< protocol number, set by loadConfig(); mutex
-    int interval = 0;            ///< polling interval in s, set by loadConfig() and run(); mutex
-    int retries = 0;             ///< failed queries until "lost", set by loadConfig(); mutex
+    QString deviceName;          ///< set by the host before loadConfig()
+    int protocol = 0;            ///< protocol number, set by loadConfig()
+    int interval = 0;            ///< polling interval in s, set by loadConfig() and run(); atomic
+    int retries = 0;             ///< failed queries until "lost", set by loadConfig()
     int failCount = 0;           ///< failed queries since the link came up; polling thread only
-    QString ipAddress;           ///< TCP peer, set by loadConfig(); mutex
-    int tcpPort = 0;             ///< TCP peer's port, 16 bits used, set by loadConfig(); mutex
+    QString ipAddress;           ///< TCP peer, set by loadConfig()
+    int tcpPort = 0;             ///< TCP peer's port, 16 bits used, set by loadConfig()
     int hostValue1 = 0;          ///< the host's own
     int hostValue2 = 0;          ///< the host's own
     int hostValue3 = 1;          ///< the host's own
@@ -129,15 +124,15 @@ public:
     QString hostText3;           ///< the host's own
     QString hostText4;           ///< the host's own
     QString hostText5;           ///< the host's own
-    int communicationState = -1; ///< -1 unknown, 0 communicating, 1 lost; set by the cycle; mutex
-    QMap<int, int> eventChoice;  ///< event index -> record it (0 or 1), set by loadConfig(); mutex
+    int communicationState = -1; ///< -1 unknown, 0 communicating, 1 lost; set by the cycle; atomic
+    QMap<int, int> eventChoice;  ///< event index -> record it (0 or 1), set by loadConfig()
     QMap<int, int> reportedStates;             ///< last reported event flags; polling thread only
     QMap<QString, QVariant> hostMap;           ///< the host's own
     QMap<QString, QVariant> deviceInformation; ///< set by flushUpsInfo() and flushData(); mutex
-    void *portHandle = nullptr; ///< port manager, set by create() and setPortHandle(); mutex
+    void *portHandle = nullptr; ///< port manager, set by create() and setPortHandle(); atomic
     int hostValue5 = 0;         ///< the host's own
     QString deviceText;         ///< the host's own
-    int workState = 0;          ///< set by poll(); mutex
+    int workState = 0;          ///< set by poll(); atomic
     qint64 nextPollTime = 0;    ///< s since the epoch, set by poll(); the thread that polls only
-    QMutex mutex;               ///< guards the members marked with it; never held across a call out
+    QMutex mutex;               ///< guards the device information, and what is read with it
 };

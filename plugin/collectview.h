@@ -59,6 +59,7 @@ public slots:
     int control(int id, QString value)
     {
         QMap<QString, QVariant> map;
+        // The keys of HostContract, spelt out: a host compiles this header without any other.
         map.insert(QStringLiteral("name"), deviceName);
         map.insert(QStringLiteral("controlId"), id);
         map.insert(QStringLiteral("controlValue"), value);

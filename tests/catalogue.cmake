@@ -1,7 +1,14 @@
 # Updates a copy of the catalogue and fails when that changes it, or when a text is untranslated.
-file(COPY ${SOURCE_DIR}/translations/${CATALOGUE} DESTINATION ${WORK_DIR})
-execute_process(COMMAND ${LUPDATE} -silent -locations none
-  ${SOURCE_DIR}/client ${SOURCE_DIR}/service ${SOURCE_DIR}/view
+#   FOLDER  where sources and catalogue lie together; the plug-in's stand apart
+set(folders client family service upgrade view)
+if(FOLDER)
+  set(folders ${FOLDER})
+  file(COPY ${FOLDER}/${CATALOGUE} DESTINATION ${WORK_DIR})
+else()
+  list(TRANSFORM folders PREPEND ${SOURCE_DIR}/)
+  file(COPY ${SOURCE_DIR}/translations/${CATALOGUE} DESTINATION ${WORK_DIR})
+endif()
+execute_process(COMMAND ${LUPDATE} -silent -locations none ${folders}
   -ts ${WORK_DIR}/${CATALOGUE} RESULT_VARIABLE failed ERROR_VARIABLE problems)
 # lupdate goes on behind what it cannot parse, and misses texts.
 if(failed OR problems)

@@ -18,20 +18,44 @@ FIXTURES=${CMAKE_CURRENT_BINARY_DIR}/fixtures")
 target_compile_definitions(tst_devhost PRIVATE UPSSIM_FILE="$<TARGET_FILE:upssim>")
 add_dependencies(tst_devhost devhost kx300_client upssim sampledriver ${fixture_targets})
 
-# The window in the test's own process, offscreen and once in a real X server.
+# Its parts, without a plug-in.
+foreach(part hostfiles hostparts alarmlog)
+  tavo_add_test(${part} LIBRARIES tavo_devhost kx300_family)
+endforeach()
+
+# The window on a room of simulated UPSs.
+tavo_add_test(hostfleet
+  LIBRARIES tavo_devhost
+  SOURCES support/upssimprocess.cpp support/upssimprocess.h
+  ENVIRONMENT "PLUGIN=$<TARGET_FILE:kx300_client>;QTEST_FUNCTION_TIMEOUT=4000000")
+target_compile_definitions(tst_hostfleet PRIVATE UPSSIM_FILE="$<TARGET_FILE:upssim>")
+add_dependencies(tst_hostfleet kx300_client upssim sampledriver)
+
+# The window in the test's own process, offscreen and once in a real X server with a window manager,
+# which decides on focus and frames.
 set(window_environment "PLUGIN=$<TARGET_FILE:kx300_client>")
 tavo_add_test(hostwindow
   LIBRARIES tavo_devhost
-  SOURCES support/upssimprocess.cpp support/upssimprocess.h
+  SOURCES support/upssimprocess.cpp support/upssimprocess.h support/windowtest.h
   ENVIRONMENT "${window_environment}")
 target_compile_definitions(tst_hostwindow PRIVATE UPSSIM_FILE="$<TARGET_FILE:upssim>")
 add_dependencies(tst_hostwindow kx300_client upssim sampledriver)
 find_program(XVFB_RUN xvfb-run REQUIRED)
+find_program(WINDOW_MANAGER evilwm REQUIRED)
 add_test(NAME hostwindow_x11
-  COMMAND ${XVFB_RUN} -a -s "-screen 0 1280x800x24" $<TARGET_FILE:tst_hostwindow>)
+  COMMAND ${XVFB_RUN} -a -s "-screen 0 1280x800x24"
+    sh -c "${WINDOW_MANAGER} & exec $<TARGET_FILE:tst_hostwindow>")
 file(MAKE_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/run/hostwindow_x11)
+set_tests_properties(hostfleet PROPERTIES TIMEOUT 4000) # its long form
 set_tests_properties(hostwindow_x11 PROPERTIES
   TIMEOUT 300
   WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/run/hostwindow_x11
   # Qt's X11 platform and D-Bus leak at exit; our own leaks show in the run without windows.
   ENVIRONMENT "QT_QPA_PLATFORM=xcb;ASAN_OPTIONS=detect_leaks=0;${window_environment}")
+
+# The catalogue holds every text of the host's sources, and no other.
+get_target_property(lupdate Qt5::lupdate IMPORTED_LOCATION)
+add_test(NAME host_catalogue_is_complete COMMAND ${CMAKE_COMMAND}
+  -DLUPDATE=${lupdate} -DFOLDER=${PROJECT_SOURCE_DIR}/tools/devhost
+  -DCATALOGUE=devhost_zh_CN.ts -DWORK_DIR=${CMAKE_CURRENT_BINARY_DIR}
+  -P ${CMAKE_CURRENT_SOURCE_DIR}/catalogue.cmake)

@@ -1,13 +1,14 @@
-#include "client/commandtable.h"
-#include "client/deviceconfig.h"
-#include "client/eventtexts.h"
-#include "client/flagchanges.h"
-#include "client/linkstate.h"
-#include "client/tavofont.h"
-#include "client/upgrade.h"
+#include "commands/commandtext.h"
+#include "deviceconfig.h"
 #include "guardedtest.h"
+#include "link/linkstate.h"
+#include "lookup.h"
+#include "report/flagchanges.h"
+#include "tavofont.h"
 
 #include <QTextCodec>
+
+#include <sys/stat.h>
 
 /** The client's rules that need neither driver nor port. */
 class tst_ClientRules : public GuardedTest
@@ -15,30 +16,45 @@ class tst_ClientRules : public GuardedTest
     Q_OBJECT
 
 private slots:
-    // The link's history as a line: per query '+' or '-', and what it led to.
+    // The link's history as a line: per query '+' or '-', and what it led to: u restored, l lost,
+    // r limit reached, . nothing.
+    void link_data()
+    {
+        QTest::addColumn<int>("retries");
+        QTest::addColumn<QString>("queries");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("answers") << 5 << "+++"
+                                 << "u..";
+        QTest::newRow("never answers") << 5 << "-------"
+                                       << "....lrr";
+        QTest::newRow("scattered failures add up") << 3 << "+-+-+-+"
+                                                   << "u....lu";
+        QTest::newRow("counts anew when it is up") << 2 << "--+-+--"
+                                                   << ".lu..lr";
+        QTest::newRow("no retries") << 0 << "-+-"
+                                    << "lul";
+        QTest::newRow("negative retries") << -7 << "--+"
+                                          << "lru";
+    }
+
     void link()
     {
-        const struct
-        {
-            int retries;
-            const char *queries;
-            const char *steps; // u restored, l lost, r limit reached, . nothing
-        } rows[] = { { 5, "+++", "u.." },         { 5, "-------", "....lrr" },
-                     { 3, "+-+-+-+", "u....lu" }, // scattered failures add up
-                     { 2, "--+-+--", ".lu..lr" }, // the count starts anew when up
-                     { 0, "-+-", "lul" },         { -7, "--+", "lru" } };
-        for (const auto &row : rows) {
-            LinkStep step { LinkUnknown, 0, false, false, false };
-            QString steps;
-            for (const QChar query : QString(row.queries)) {
-                step = nextLink(step.state, step.failCount, query == '+', row.retries);
-                QVERIFY(!step.lost || step.limitReached);
-                steps += step.restored ? 'u' : step.lost ? 'l' : step.limitReached ? 'r' : '.';
-            }
-            QCOMPARE(steps, QString(row.steps));
+        QFETCH(int, retries);
+        QFETCH(QString, queries);
+        LinkStep step { HostContract::LinkUnknown, 0, false, false, false };
+        QString steps;
+        for (const QChar query : queries) {
+            step = nextLink(step.state, step.failCount, query == '+', retries);
+            QVERIFY(!step.lost || step.limitReached);
+            steps += step.restored ? 'u' : step.lost ? 'l' : step.limitReached ? 'r' : '.';
         }
+        QTEST(steps, "expected");
+    }
+
+    void failuresAreNotCountedForEver()
+    {
         const int most = std::numeric_limits<int>::max();
-        QCOMPARE(nextLink(LinkLost, most, false, 5).failCount, most);
+        QCOMPARE(nextLink(HostContract::LinkLost, most, false, 5).failCount, most);
     }
 
     // Each report gives some flags new values; "type:alarmId=state" for each change expected.
@@ -75,7 +91,7 @@ private slots:
         for (const auto &report : reports) {
             for (auto it = report.begin(); it != report.end(); ++it)
                 data.insert(it.key(), it.value());
-            found = findFlagChanges(data, found.reportedStates, 96);
+            found = findFlagChanges(data, found.reportedStates, 96, deviceFamily().specialFlags);
             QStringList line;
             for (const FlagChange &change : found.changes)
                 line += QString::asprintf("%d:%d=%d", change.type, change.alarmId.value_or(-1),
@@ -86,91 +102,110 @@ private slots:
         }
         QTEST(changes, "changes");
         QVERIFY(found.reportedStates.contains(0) && found.reportedStates.contains(95));
-        QVERIFY(findFlagChanges({ { 2000, 1 } }, {}, 0).reportedStates.isEmpty());
+        QVERIFY(findFlagChanges({ { 2000, 1 } }, {}, 0, {}).reportedStates.isEmpty());
+    }
+
+    void commandText_data()
+    {
+        const QString han = QString(QChar(0x4e2d)).repeated(30); // 3 bytes each in UTF-8, 2 in GBK
+        const QString face = QString::fromUcs4(U"\U0001f600").repeated(30); // 4 bytes, 2 QChars
+        QTest::addColumn<int>("command");
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<QByteArray>("text");
+        const auto row = [](const char *name, int command, const QString &value,
+                            const QByteArray &text) {
+            QTest::newRow(name) << command << value << text;
+        };
+        row("a file's name", 1045, "/x y.csv", "20,/x y.csv");
+        row("passed through", 2016, "1,300", "1,300");
+        row("the time, which has no code", 1011, "2026-01-01", "");
+        row("unknown number", -1, "x", "");
+        row("fits exactly", 1007, QString(47, 'x'), "4," + QByteArray(47, 'x'));
+        row("cut", 1001, QString(99, 'x'), "12," + QByteArray(46, 'x'));
+        row("cut a byte into a character", 1007, "x" + han, "4,x" + han.left(15).toUtf8());
+        row("cut two bytes into a character", 1007, han, "4," + han.left(15).toUtf8());
+        row("cut between characters", 2016, "x" + han, "x" + han.left(16).toUtf8());
+        row("cut inside a surrogate pair", 2016, face, face.left(24).toUtf8());
+        row("local encoding GBK", 2016, han, QByteArray("\xd6\xd0").repeated(24));
+        row("ends at a zero", 2016, QString::fromLatin1("1\0002", 3), "1");
     }
 
     void commandText()
     {
-        const QString han = QString(QChar(0x4e2d)).repeated(30); // 3 bytes each in UTF-8, 2 in GBK
-        const QString face = QString::fromUcs4(U"\U0001f600").repeated(30); // 4 bytes, 2 QChars
-        const struct
-        {
-            int id;
-            QString value;
-            QByteArray text;
-            const char *codec = "UTF-8";
-        } rows[] = { { 1003, "", "0," },
-                     { 1045, "/x y.csv", "20,/x y.csv" },
-                     { 2016, "1,300", "1,300" },
-                     { 1011, "2026-01-01", "" }, // unlisted
-                     { -1, "x", "" },
-                     { 1007, QString(47, 'x'), "4," + QByteArray(47, 'x') },
-                     { 1001, QString(99, 'x'), "12," + QByteArray(46, 'x') },
-                     { 1007, "x" + han, "4,x" + han.left(15).toUtf8() }, // a byte over
-                     { 1007, han, "4," + han.left(15).toUtf8() },
-                     { 2016, "x" + han, "x" + han.left(16).toUtf8() },
-                     { 2016, face, face.left(24).toUtf8() },
-                     { 2016, han, QByteArray("\xd6\xd0").repeated(24), "GBK" },
-                     { 2016, QString::fromLatin1("1\0002", 3), "1" } };
+        QFETCH(int, command);
+        QFETCH(QString, value);
+        QFETCH(QByteArray, text);
         QTextCodec *before = QTextCodec::codecForLocale();
-        for (const auto &row : rows) {
-            QTextCodec::setCodecForLocale(QTextCodec::codecForName(row.codec));
-            const CommandText buffer = ::commandText({ row.id, row.value });
-            QTextCodec::setCodecForLocale(before);
-            const QByteArray rest(50 - row.text.size(), '\0');
-            QCOMPARE(QByteArray(buffer.data(), int(buffer.size())), row.text + rest);
-        }
+        const bool isGbk = QByteArray(QTest::currentDataTag()).endsWith("GBK");
+        QTextCodec::setCodecForLocale(QTextCodec::codecForName(isGbk ? "GBK" : "UTF-8"));
+        const CommandText buffer = ::commandText(commandRow(deviceFamily(), command), value);
+        QTextCodec::setCodecForLocale(before);
+        QCOMPARE(QByteArray(buffer.data(), int(buffer.size())), text.leftJustified(50, '\0'));
     }
 
-    // What readDeviceConfig() finds, and the keys that it complains of.
-    void config()
+    // What readDeviceConfig() finds, and what it complains of.
+    void config_data()
     {
-        const QString standard = "1 COM1 1 5 0 5 0 : 502 ()";
+        QTest::addColumn<QByteArray>("param");
+        QTest::addColumn<QByteArray>("device"); // of "u"
+        QTest::addColumn<QString>("expected");
+        QTest::addColumn<QStringList>("complaints");
+        const auto row = [](const char *name, const QByteArray &device, const QString &found,
+                            const QStringList &complaints = {}, const QByteArray &param = {}) {
+            QTest::newRow(name) << param << device << found << complaints;
+        };
         const QByteArray all = "portName=/dev/ttyS0\naddr=7\nretries=3\nprotocol=9\ninterval=0\n"
                                "commType=1\nipAddr=10.0.0.5\nport=1502\neventChooseList\\2=1\n";
-        const QString read = "1 /dev/ttyS0 7 3 9 0 1 10.0.0.5: 1502 (1)";
-        const struct
-        {
-            QByteArray param;
-            QByteArray dev;
-            QString device;
-            QString found;
-            QStringList complaints;
-        } rows[] = { { {}, {}, "ups1", standard, {} },
-                     { "Language=2\n", {}, "u", "0 COM1 1 5 0 5 0 : 502 ()", {} },
-                     { {}, "[ups1]\n" + all, "ups1", read, {} },
-                     { {}, "[ups2]\n" + all, "ups1", standard, {} },
-                     { {}, "[a/b]\n" + all, "a/b", read, {} },
-                     { {},
-                       "[u]\nportName=a,b\naddr=1,2\ncommType=2\n",
-                       "u",
-                       "1 a,b 0 5 0 5 2 : 502 ()",
-                       { "u/addr=1,2 is no number", "u/commType=2 is outside of 0 to 1" } },
-                     { "Language=x\n",
-                       "[u]\naddr=300\nretries=99999999999\ninterval=-5\nport=70000\ncommType=\n",
-                       "u",
-                       "1 COM1 300 0 0 -5 0 : 70000 ()",
-                       { "Language=x is no number", "u/addr=300 is outside",
-                         "u/retries=99999999999 is no", "u/retries=0 is outside",
-                         "u/interval=-5 is outside", "u/commType= is no",
-                         "u/port=70000 is outside" } } };
-        for (const auto &row : rows) {
-            const QTemporaryDir directory;
-            QVERIFY(row.param.isEmpty() || writeFile(directory.filePath("param.ini"), row.param));
-            QVERIFY(row.dev.isEmpty() || writeFile(directory.filePath("dev.ini"), row.dev));
-            const DeviceConfig config = readDeviceConfig(directory.path(), row.device, 192);
-            QString found;
-            QDebug(&found).noquote()
-                << config.languageFlag << config.portName << config.address << config.retries
-                << config.protocol << config.interval << config.communicationType
-                << config.ipAddress + ':' << config.tcpPort << config.eventChoice.keys(1);
-            QCOMPARE(found.trimmed(), row.found);
-            QCOMPARE(config.eventChoice.size(), 192);
-            QCOMPARE(config.problems.size(), row.complaints.size());
-            for (int i = 0; i < row.complaints.size(); ++i)
-                QVERIFY2(config.problems.at(i).contains(".ini: " + row.complaints.at(i)),
-                         qPrintable(config.problems.at(i)));
-        }
+        const QString standard = "1 COM1 1 5 0 5 0 : 502 ()";
+        const QString unknown = "nothing about \"u\": the defaults are used, port COM1";
+        row("no files", {}, standard, { unknown });
+        row("other language", {}, "0 COM1 1 5 0 5 0 : 502 ()", { unknown }, "Language=2\n");
+        row("everything", "[u]\n" + all, "1 /dev/ttyS0 7 3 9 0 1 10.0.0.5: 1502 (1)");
+        row("of another device", "[u2]\n" + all, standard, { unknown });
+        row("no numbers", "[u]\nportName=a,b\naddr=1,2\ncommType=2\n", "1 a,b 0 5 0 5 2 : 502 ()",
+            { "u/addr=1,2 is no number", "u/commType=2 is outside of 0 to 1",
+              "u/addr=0 is outside of 1 to 247" });
+        row("TCP peer itself", "[u]\naddr=0\ncommType=1\n", "1 COM1 0 5 0 5 1 : 502 ()");
+        row("negative address", "[u]\naddr=-251\ncommType=1\n", "1 COM1 -251 5 0 5 1 : 502 ()",
+            { "u/addr=-251 is outside of 1 to 247" });
+        row("one address too high", "[u]\naddr=248\n", "1 COM1 248 5 0 5 0 : 502 ()",
+            { "u/addr=248 is outside of 1 to 247" });
+        row("out of range",
+            "[u]\naddr=300\nretries=99999999999\ninterval=-5\nport=70000\ncommType=\n",
+            "1 COM1 300 0 0 -5 0 : 70000 ()",
+            { "Language=x is no number", "u/retries=99999999999 is no", "u/retries=0 is outside",
+              "u/interval=-5 is outside", "u/commType= is no", "u/port=70000 is outside",
+              "u/addr=300 is outside" },
+            "Language=x\n");
+    }
+
+    void config()
+    {
+        QFETCH(QByteArray, param);
+        QFETCH(QByteArray, device);
+        QFETCH(QStringList, complaints);
+        QVERIFY(param.isEmpty() || writeFile("param.ini", param));
+        QVERIFY(device.isEmpty() || writeFile("dev.ini", device));
+        const DeviceConfig read = readDeviceConfig(path({}), "u", 192);
+        const DeviceSettings &config = read.settings;
+        QString found;
+        QDebug(&found).noquote() << config.languageFlag << config.portName << config.unit
+                                 << config.retries << config.protocol << config.interval
+                                 << config.communicationType << config.ipAddress + ':'
+                                 << config.tcpPort << config.eventChoice.keys(1);
+        found = found.trimmed();
+        QTEST(found, "expected");
+        QCOMPARE(config.eventChoice.size(), 192);
+        QCOMPARE(read.problems.size(), complaints.size());
+        for (int i = 0; i < complaints.size(); ++i)
+            QVERIFY2(read.problems.at(i).contains(".ini: " + complaints.at(i)),
+                     qPrintable(read.problems.at(i)));
+    }
+
+    void slashInTheName()
+    {
+        QVERIFY(writeFile("dev.ini", "[a/b]\naddr=7\n"));
+        QCOMPARE(readDeviceConfig(path({}), "a/b", 192).settings.unit, 7);
     }
 
     void unreadableConfig()
@@ -181,39 +216,21 @@ private slots:
             binary[i] = char(i * 37 + i / 256);
         QVERIFY(writeFile("param.ini", binary));
         const DeviceConfig config = readDeviceConfig(path({}), "ups1", 192);
-        QCOMPARE(config.portName, QStringLiteral("COM1"));
-        QCOMPARE(config.retries, 5);
+        QCOMPARE(config.settings.portName, QStringLiteral("COM1"));
+        QCOMPARE(config.settings.retries, 5);
         const QString problems = config.problems.join('\n');
         QVERIFY2(problems.contains("param.ini: is no proper"), qPrintable(problems));
         QVERIFY2(problems.contains("dev.ini: cannot be read"), qPrintable(problems));
-    }
-
-    void upgradePlan()
-    {
-        const QString file = configurationDirectory() + "/db/param.ini";
-        QVERIFY(QDir().mkpath(QFileInfo(file).path()));
-        CycleSettings settings;
-        settings.portName = QStringLiteral("/dev/ttyS1");
-        settings.ipAddress = QStringLiteral("::1");
-        settings.tcpPort = 502;
-        const struct
-        {
-            QByteArray param; // of different sizes: Qt's settings are cached by size and time
-            QStringList arguments;
-        } rows[] = { { "Language=0", { "/dev/ttyS1", "1" } },
-                     { "Language=1\n", { "::1:502", "0" } } };
-        for (const auto &row : rows) {
-            QVERIFY(writeFile(file, row.param));
-            const UpgradePlan plan = planUpgrade(settings);
-            QVERIFY(plan.program.endsWith("/upgrade/KX300P6_20KG4Software.exe"));
-            QCOMPARE(plan.arguments, row.arguments);
-            settings.communicationType = tcpCommunication;
-        }
-        QVERIFY(QFile::remove(file));
+        QVERIFY(QDir().rmdir("dev.ini") && ::mkfifo("dev.ini", 0600) == 0);
+        QVERIFY(
+            readDeviceConfig(path({}), "ups1", 192)
+                .problems.contains(path("dev.ini")
+                                   + ": cannot be read, defaults are used: not a regular file"));
     }
 
     void eventTexts()
     {
+        const int eventCount = 96;
         const QList<QString> texts = tavoFont::instance()->getEventLogDesc();
         QCOMPARE(texts.size(), 192);
         for (int k = 0; k < eventCount; ++k) {
@@ -228,38 +245,45 @@ private slots:
         }
     }
 
+    void dataLogRow_data()
+    {
+        using Data = QMap<int, QVariant>;
+        QTest::addColumn<Data>("data");
+        QTest::addColumn<int>("column");
+        QTest::addColumn<QString>("expected");
+        const auto row = [](const char *name, const Data &data, int column, const char *text) {
+            QTest::newRow(name) << data << column << text;
+        };
+        row("missing", {}, 0, "0.0");
+        row("rounded", { { 4133, 229.96f } }, 0, "230.0");
+        row("missing phase", { { 4132, 3.f }, { 4133, 220.f }, { 4134, 221.04f } }, 0,
+            "220.0/221.0/0.0");
+        row("negative state", { { 4161, -1.f } }, 9, "None");
+        row("unknown state", { { 4161, 4.f } }, 9, "None");
+        row("coldest", { { 4107, -10.f } }, 13, "-10.0");
+        row("no sensor", { { 4107, -11.f } }, 13, "-");
+        row("state that is cut", { { 4101, 4.7f } }, 14, "Discharge");
+        row("first without a text", { { 4101, 5.f } }, 14, "Disconnect");
+        row("state far off", { { 4101, 1e30f } }, 14, "Disconnect");
+        const float nan = std::numeric_limits<float>::quiet_NaN();
+        row("state that is no number", { { 4101, nan } }, 14, "Disconnect");
+    }
+
     void dataLogRow()
     {
-        const float nan = std::numeric_limits<float>::quiet_NaN();
-        const struct
-        {
-            QMap<int, QVariant> data;
-            int column;
-            const char *text;
-        } rows[] = {
-            { {}, 0, "0.0" },
-            { { { 4133, 229.96f } }, 0, "230.0" },
-            { { { 4132, 1.f }, { 4133, 1.f }, { 4134, 2.f } }, 0, "1.0" },
-            { { { 4132, 3.f }, { 4133, 220.f }, { 4134, 221.04f } }, 0, "220.0/221.0/0.0" },
-            { { { 4163, 3.f }, { 4173, 1.f }, { 4175, 3.f } }, 7, "1.0/0.0/3.0" },
-            { { { 4161, 2.f } }, 9, "Load on inverter" },
-            { { { 4161, -1.f } }, 9, "None" },
-            { { { 4161, 4.f } }, 9, "None" },
-            { { { 4107, -10.f } }, 13, "-10.0" },
-            { { { 4107, -11.f } }, 13, "-" },
-            { { { 4101, 4.7f } }, 14, "Discharge" },
-            { { { 4101, 7.f } }, 14, "Disconnect" },
-            { { { 4101, 1e30f } }, 14, "Disconnect" },
-            { { { 4101, nan } }, 14, "Disconnect" },
-        };
-        const QList<QString> titles = tavoFont::instance()->getDataLogDesc();
+        using Data = QMap<int, QVariant>;
+        QFETCH(Data, data);
+        QFETCH(int, column);
+        const QString text = tavoFont::instance()->changeLogData(data).at(column);
+        QTEST(text, "expected");
+    }
+
+    void dataLogTitles()
+    {
+        const QStringList titles = tavoFont::instance()->getDataLogDesc();
         QCOMPARE(titles.size(), 15);
         QCOMPARE(titles.first() + titles.last(), QStringLiteral("Input voltage(V)Battery state"));
-        for (const auto &row : rows) {
-            const QList<QString> texts = tavoFont::instance()->changeLogData(row.data);
-            QCOMPARE(texts.size(), titles.size());
-            QCOMPARE(texts.at(row.column), QString(row.text));
-        }
+        QCOMPARE(tavoFont::instance()->changeLogData({}).size(), titles.size());
     }
 };
 

@@ -1,74 +1,32 @@
 // What drivers read and write with, against Modbus devices and odd peers on real sockets.
 
-#include "comm/commio.h"
-#include "comm/modbusframe.h"
-#include "comm/portlock.h"
-#include "comm/portmanage.h"
-#include "comm/tcpconnect.h"
 #include "guardedtest.h"
+#include "modbus/commio.h"
+#include "modbus/modbusframe.h"
 #include "modbusserver.h"
+#include "portmanage.h"
 #include "ptypair.h"
 #include "registerread.h"
+#include "serial/portlock.h"
 #include "silentpeer.h"
+#include "stopsource.h"
+#include "tcpconnect.h"
+#include "tcpconnection.h"
 
 #include <QTcpServer>
 #include <QTcpSocket>
 
-#include <dlfcn.h>
-#include <functional>
-#include <netdb.h>
-#include <sys/socket.h>
 #include <thread>
+#include <unistd.h>
 
 using namespace std::chrono_literals;
 
-static std::atomic<int> lookUps { 0 }; // of "slow.test"
-static QSemaphore answers;             // to them
-
-// Knows names that stand for two addresses.
-extern "C" int getaddrinfo(const char *host, const char *service, const addrinfo *hints,
-                           addrinfo **list)
-{
-    static const auto real =
-        reinterpret_cast<decltype(&getaddrinfo)>(dlsym(RTLD_NEXT, "getaddrinfo"));
-    if (!QByteArray(host).endsWith(".test") || hints->ai_flags & AI_NUMERICHOST)
-        return real(host, service, hints, list);
-    if (host[0] == 's') {
-        ++lookUps;
-        answers.acquire();
-    }
-    return real("127.0.0.1", service, hints, list)
-        || real("127.0.0.2", service, hints, &(*list)->ai_next);
-}
-
 namespace {
-
-const QString loopback = QStringLiteral("127.0.0.1");
-const QString plain = QStringLiteral("9600,n,8,1");
 
 unsigned char *bytesOf(char *buffer)
 {
     return reinterpret_cast<unsigned char *>(buffer);
 }
-
-/** Both ends of a connection. */
-struct Connection
-{
-    Connection()
-    {
-        ok = server.listen(QHostAddress::LocalHost)
-            && connectToPeer(near, loopback, server.serverPort(), 5s)
-            && server.waitForNewConnection(5000);
-        far = server.nextPendingConnection();
-        handle = { &near, TcpCommRead, TcpCommWrite };
-    }
-
-    QTcpServer server;
-    QTcpSocket near;
-    QTcpSocket *far = nullptr; // the server's
-    PortDescriptor handle;
-    bool ok = false;
-};
 
 } // namespace
 
@@ -77,38 +35,20 @@ class tst_CommIo : public GuardedTest
     Q_OBJECT
 
 private slots:
-    void devices()
-    {
-        PtyPair line;
-        const ModbusServer serialDevice(line.master());
-        const ModbusServer tcpDevice;
-        SerialPort port;
-        QVERIFY(port.CommOpen(line.name(), plain, 2000));
-        QTcpSocket socket;
-        QVERIFY(connectToPeer(socket, QStringLiteral("device.test"), tcpDevice.port(), 10s));
-        PortDescriptor handles[] = { { &port, CommRead, CommWrite },
-                                     { &socket, TcpCommRead, TcpCommWrite } };
-        for (PortDescriptor &handle : handles) {
-            for (const int count : { 1, 20, 125 })
-                QVERIFY(readRegisters(handle, 100, count));
-        }
-        CommClose();
-        QVERIFY(port.isOpen() && CommOpen() == 0);
-    }
-
     void tcpReplies()
     {
         const struct
         {
             QByteArray reply;
             QByteArray frame; // without CRC; none when the read fails
-            bool waits = false;
+            int waits = 0;    // ms
         } rows[] = {
             { QByteArray::fromHex("000100000007010304000a0014"),
               QByteArray::fromHex("010304000a0014") },
-            { {}, {}, true },  // silence
-            { "1", {}, true }, // a fragment
-            { QByteArray::fromHex("0001000000070103"), "\1\3", true },
+            { {}, {}, 1000 }, // silence
+            { "1", {}, 100 }, // a fragment
+            { QByteArray::fromHex("0001000000070103"), "\1\3", 100 },
+            { QByteArray::fromHex("000000000003010300"), QByteArray::fromHex("010300") },
             { QByteArray::fromHex("000100000000"), {} },     // a mere header
             { QByteArray(7, 'u'), "u" },                     // a unit alone
             { QByteArray(1000, 'x'), QByteArray(994, 'x') }, // the longest
@@ -123,7 +63,9 @@ private slots:
             QByteArray out(1100, 'z');
             Stopwatch clock;
             const int length = TcpCommRead(&connection.handle, out.data(), 0);
-            QCOMPARE(clock.elapsed() >= 990, row.waits);
+            const qint64 took = clock.elapsed();
+            QVERIFY2(took >= row.waits - 10 && took < row.waits + 90,
+                     qPrintable(QString::number(took)));
             QCOMPARE(length, row.frame.isEmpty() ? -5 : row.frame.size() + 2);
             QVERIFY(out.startsWith(row.frame));
             QVERIFY(out.endsWith(QByteArray(out.size() - qMax(0, length), 'z')));
@@ -147,6 +89,65 @@ private slots:
         peer.join();
         QCOMPARE(length, 9);
         QVERIFY(out.startsWith(reply.mid(6)));
+    }
+
+    void lateTcpReply_data()
+    {
+        QTest::addColumn<bool>("takenIn"); // by an event loop before the next request
+        QTest::newRow("still in the system") << false;
+        QTest::newRow("in the socket") << true;
+    }
+
+    // A driver that reads two registers, one after the other, and can tell replies by length only.
+    void lateTcpReply()
+    {
+        QFETCH(bool, takenIn);
+        Connection connection;
+        QVERIFY(connection.ok);
+        const auto answer = [&](char value) {
+            const QByteArray reply =
+                QByteArray::fromHex("0000000000050103020000").replace(10, 1, &value, 1);
+            send(int(connection.far->socketDescriptor()), reply.constData(), size_t(reply.size()),
+                 MSG_NOSIGNAL);
+        };
+        QByteArray out(1000, '\0');
+        const auto ask = [&](char value, std::chrono::milliseconds delay) {
+            QByteArray request = QByteArray::fromHex("01030000000184 0a");
+            TcpCommWrite(&connection.handle, request.data(), 8);
+            std::thread peer([&] {
+                std::this_thread::sleep_for(delay);
+                answer(value);
+            });
+            if (delay == 0ms) // faster than the driver
+                peer.join();
+            const int length = TcpCommRead(&connection.handle, out.data(), 0);
+            if (peer.joinable())
+                peer.join();
+            return length;
+        };
+        answer('l'); // to a request that was given up
+        if (takenIn)
+            QTRY_VERIFY(connection.near.bytesAvailable() > 0);
+        QCOMPARE(ask('a', 20ms), 7 + 11); // rejected for its length
+        for (const char value : { 'b', 'c', 'd' }) {
+            QCOMPARE(ask(value, value == 'c' ? 0ms : 20ms), 7);
+            QCOMPARE(out.at(4), value);
+        }
+    }
+
+    // What was not sent in time is not sent at all.
+    void peerThatTakesNothing()
+    {
+        Connection connection;
+        QVERIFY(connection.ok);
+        connection.far->setReadBufferSize(1);
+        char frame[996] = {};
+        int written = 996;
+        for (int i = 0; i < 20'000 && written == 996; ++i)
+            written = TcpCommWrite(&connection.handle, frame, 996);
+        QCOMPARE(written, -1);
+        QCOMPARE(connection.near.bytesToWrite(), 0);
+        QCOMPARE(connection.near.state(), QAbstractSocket::UnconnectedState);
     }
 
     void tcpRequests()
@@ -198,97 +199,6 @@ private slots:
             QCOMPARE(TcpCommWrite(&connection.handle, frame, length), -1);
         QCOMPARE(CommRead(&connection.handle, frame, -1) + CommWrite(&connection.handle, frame, -1),
                  -2);
-    }
-
-    void lostPeer()
-    {
-        Connection connection;
-        QVERIFY(connection.ok);
-        char frame[1000] = {};
-        delete connection.far;
-        QCOMPARE(TcpCommRead(&connection.handle, frame, 0), -5);
-        QCOMPARE(TcpCommWrite(&connection.handle, frame, 8), -1);
-        QCOMPARE(connection.near.state(), QAbstractSocket::UnconnectedState);
-        // The same socket serves again.
-        QVERIFY(connectToPeer(connection.near, loopback, connection.server.serverPort(), 5s));
-        QCOMPARE(TcpCommWrite(&connection.handle, frame, 8), 8);
-    }
-
-    void noPeer()
-    {
-        for (const char *host : { "127.0.0.1", "no.such.host.invalid", "", "127.0.0.1", "" }) {
-            QTcpSocket socket;
-            QVERIFY(!connectToPeer(socket, QString::fromLatin1(host), 1, 5s));
-            QCOMPARE(socket.state(), QAbstractSocket::UnconnectedState);
-        }
-        QCOMPARE(
-            m_guard->messages().filter(QStringLiteral("connectToPeer: no connection to")).size(),
-            3); // told once each
-    }
-
-    void names()
-    {
-        const SilentPeer first;
-        QTcpServer second;
-        QVERIFY(second.listen(QHostAddress(QStringLiteral("127.0.0.2")), first.port()));
-        QTcpSocket socket;
-        Stopwatch clock;
-        QVERIFY(connectToPeer(socket, QStringLiteral("two.test"), first.port(), 2s));
-        QVERIFY(clock.elapsed() < 1900); // the first address did not use up the time
-        // However long the resolver hangs, one thread waits for it.
-        const QString slow = QStringLiteral("slow.test");
-        for (int attempt = 0; attempt < 3; ++attempt)
-            QVERIFY(!connectToPeer(socket, slow, first.port(), 20ms));
-        answers.release(2);
-        QVERIFY(connectToPeer(socket, slow, first.port(), 2s));
-        QVERIFY(lookUps <= 2);
-    }
-
-    void stopEndsWaiting()
-    {
-        const std::function<void()> serialRead = [] {
-            PtyPair line;
-            SerialPort port;
-            QVERIFY(port.CommOpen(line.name(), plain, 20'000));
-            char byte = 0;
-            QCOMPARE(port.readData(&byte, 1), -1);
-        };
-        const std::function<void()> serialWrite = [] {
-            PtyPair line;
-            SerialPort port;
-            QVERIFY(port.CommOpen(line.name(), plain, 20'000));
-            const QByteArray flood(1'000'000, 'f'); // nobody reads it
-            const qint64 written = port.writeData(flood.constData(), flood.size());
-            QVERIFY(written > 0 && written < flood.size());
-        };
-        const std::function<void()> busyPort = [] {
-            PtyPair line;
-            PortManage manager;
-            SerialPort *port = manager.getPortHandle(line.name());
-            port->Lock();
-            QVERIFY(!manager.getPortHandle(line.name()) && !PortLock(*port));
-            port->UnLock();
-        };
-        const std::function<void()> connecting = [] {
-            const SilentPeer peer;
-            QTcpSocket socket;
-            QVERIFY(!connectToPeer(socket, loopback, peer.port(), 20s));
-            QVERIFY(StopSource::currentRequested());
-        };
-        for (const auto &wait : { serialRead, serialWrite, busyPort, connecting }) {
-            StopSource source;
-            const StopSource::Scope scope(source);
-            std::thread stopper([&source] {
-                StopSource::waitFor(-1, 0, 300ms);
-                source.request();
-            });
-            Stopwatch clock;
-            wait();
-            const qint64 elapsed = clock.elapsed();
-            stopper.join();
-            QVERIFY(elapsed >= 250);
-            QVERIFY2(elapsed < 1000, qPrintable(QString::number(elapsed)));
-        }
     }
 };
 

@@ -1,11 +1,15 @@
-#include "support/guardedtest.h"
-#include "support/hostprocess.h"
-#include "support/upssimprocess.h"
+#include "guardedtest.h"
+#include "hostprocess.h"
+#include "upssimprocess.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
-constexpr int Retries = 3;
-const QString SerialDevice = QStringLiteral("name=s,port=/dev/ttyNone,addr=7");
+constexpr int retries = 3;
+const QString serialDevice = QStringLiteral("name=s,port=/dev/ttyNone,addr=7");
 
 QString fixture(const char *name)
 {
@@ -29,7 +33,7 @@ private slots:
                             const char *message) {
             QTest::newRow(name) << arguments << code << QString(message);
         };
-        const QStringList device { "--device", SerialDevice };
+        const QStringList device { "--device", serialDevice };
         const QString good = qEnvironmentVariable("PLUGIN");
         const auto plugin = [&](const QString &file, const QStringList &more = {}) {
             return QStringList { "--plugin", file } + device + more;
@@ -44,17 +48,35 @@ private slots:
         row("same name twice", device + device, 2, "two devices are named \"s\"");
         row("address 0", QStringList { "--device", "name=a,port=p,addr=0" }, 2,
             "addr=0 is not usable");
+        row("one name in the files",
+            QStringList { "--device", "name=a/b,port=p", "--device", "name=/a//b,port=q" }, 2,
+            "\"a/b\" and \"/a//b\" are one name");
+        row("rate that no line has",
+            QStringList { "--device", "name=a,port=p,settings=14400,n,8,1" }, 2,
+            "settings=14400,n,8,1 is not usable");
+        row("settings cut short", QStringList { "--device", "name=a,port=p,settings=9600,n,8" }, 2,
+            "is not usable");
+        row("two settings of a port",
+            QStringList { "--device", "name=a,port=p,settings=9600,n,8,1", "--device",
+                          "name=b,port=p,settings=2400,n,8,1" },
+            2, "a and b ask for different settings of p");
+        row("no device", plugin(good).mid(0, 2), 2, "give at least one --device");
+        row("Qt's -plugin", QStringList { "-plugin", good } + device, 2, "is Qt's own option");
         row("command", plugin(good, { "--send", "nobody 1" }), 2, "no device of that name");
         row("driver directory", plugin(good, { "--driver-dir", "/nowhere" }), 5,
             "no driver directory /nowhere");
         row("log with other columns", plugin(good, { "--data-log", good }), 9,
             "holds other columns");
+        row("unknown command", plugin(good, { "--send", "s 4711" }), 2, "4711 is no command");
+        row("FIFO without a reader", plugin(good, { "--event-log", "fifo" }), 9,
+            "nobody reads from it");
         row("full disk", plugin(good, { "--event-log", "/dev/full" }), 9, "/dev/full");
     }
 
     void refusals()
     {
         QFETCH(QStringList, arguments);
+        QCOMPARE(::mkfifo("fifo", 0600), 0);
         HostProcess host;
         host.startHost({}, arguments);
         QTRY_VERIFY(host.state() != QProcess::Starting);
@@ -63,6 +85,75 @@ private slots:
         const QString errors = host.errors();
         QVERIFY2(errors.contains(message), qPrintable(errors));
         QVERIFY(host.objects().isEmpty() && host.readAll().isEmpty());
+    }
+
+    void help()
+    {
+        HostProcess host;
+        host.start(qEnvironmentVariable("DEVHOST"), { "--help" });
+        QCOMPARE(host.exitCodeOf(), 0);
+        const QString text = QString::fromUtf8(host.readAllStandardOutput());
+        QVERIFY(text.contains("  1007  shut down: THE OUTPUT STOPS"));
+        QVERIFY(text.contains("--event-log") && text.contains(" 7  --require-online"));
+        QCOMPARE(host.errors(), QString());
+    }
+
+    void longLine()
+    {
+        HostProcess host;
+        host.startHost(qEnvironmentVariable("PLUGIN"), { "--device", serialDevice, "--quiet" });
+        // The end of a line that does not fit is no command.
+        host.write(QByteArray(69632, 'x') + "s 1007\n" + "nobody 1\ns 4711\n@0.1 s 1010\n");
+        QTRY_VERIFY_WITH_TIMEOUT(host.answers().size() >= 5, 20000);
+        const QList<QJsonObject> answers = host.answers();
+        QVERIFY(answers[0]["error"].toString().contains("longer than any command"));
+        QVERIFY(answers[1]["error"].toString().contains("no device of that name"));
+        QVERIFY(answers[2]["error"].toString().contains("4711 is no command"));
+        QCOMPARE(answers[3]["delay"].toDouble(), 0.1);
+        QCOMPARE(answers[4]["command"].toInt(), 1010);
+        QVERIFY(answers[4]["accepted"].toBool());
+        QCOMPARE(host.terminateAndWait(), 0);
+    }
+
+    /** Neither a reader that stands still nor one that is slow keeps the host from its work. */
+    void outputsThatNobodyReads()
+    {
+        for (const char *name : { "stdout", "events" })
+            QCOMPARE(::mkfifo(name, 0600), 0);
+        const int stalled = ::open("stdout", O_RDWR | O_NONBLOCK);
+        while (::write(stalled, "x", 1) == 1) { }
+        QFile events("events");
+        QVERIFY(events.open(::open("events", O_RDONLY | O_NONBLOCK), QIODevice::ReadOnly,
+                            QFileDevice::AutoCloseHandle));
+        HostProcess host;
+        host.setStandardOutputFile("stdout", QIODevice::Append);
+        host.startHost(qEnvironmentVariable("PLUGIN"),
+                       { "--device", serialDevice, "--quiet", "--event-log", "events" });
+        QByteArray lines;
+        const auto isLogged = [&] { return (lines += events.readAll()).contains("lost"); };
+        QTRY_VERIFY_WITH_TIMEOUT(isLogged(), 30000);
+        const Stopwatch timer;
+        QCOMPARE(host.terminateAndWait(), 0);
+        QVERIFY2(timer.elapsed() < 4000, "the end took too long");
+        ::close(stalled);
+    }
+
+    /** What somebody else's variable names is not this run's to remove. */
+    void runDirectory()
+    {
+        QVERIFY(QDir().mkpath("inst/bin"));
+        QVERIFY(QFile::copy(qEnvironmentVariable("DEVHOST"), "inst/bin/kx300-devhost"));
+        QVERIFY(writeFile("inst/precious", "1"));
+        qputenv("DEVHOST_RUN_DIRECTORY", QFile::encodeName(path("inst")));
+        QProcess host;
+        host.start("inst/bin/kx300-devhost",
+                   { "--headless", "--plugin", qEnvironmentVariable("PLUGIN"), "--device",
+                     serialDevice, "--duration", "0.1" });
+        qunsetenv("DEVHOST_RUN_DIRECTORY");
+        QVERIFY(host.waitForFinished(30000));
+        QCOMPARE(host.exitCode(), 0);
+        QVERIFY(QFile::exists("inst/bin/kx300-devhost") && QFile::exists("inst/precious"));
+        QVERIFY(!QFile::exists("inst/bin/KOVA"));
     }
 
     void lossAndReturn_data()
@@ -86,7 +177,7 @@ private slots:
         host.startHost(qEnvironmentVariable("PLUGIN"),
                        drive
                            + QStringList { "--device", deviceOption(simulator, tcp), "--retries",
-                                           QString::number(Retries), "--quiet", "--event-log",
+                                           QString::number(retries), "--quiet", "--event-log",
                                            "events.csv", "--data-log", "data.csv" });
         QVERIFY2(host.waitForEvents(name, 2007, 3), qPrintable(host.errors()));
         QCOMPARE(host.events(name, 1040).size(), 1);
@@ -107,7 +198,7 @@ private slots:
             same = event["data"] == data ? same + 1 : 1;
             data = event["data"];
         }
-        QCOMPARE(same, Retries);
+        QCOMPARE(same, retries);
         QCOMPARE(host.events(name, 1041).first()["lost"].toInt(), 1);
 
         QVERIFY2(simulator.start({ "--tcp", peer }), qPrintable(simulator.message()));
@@ -123,15 +214,34 @@ private slots:
         QVERIFY(fileContents("data.csv").count('\n') > 3);
     }
 
+    // Its report has no values, which would read as zeros.
+    void neverReached()
+    {
+        QProcess host;
+        host.start(qEnvironmentVariable("DEVHOST"),
+                   { "--headless", "--quiet", "--plugin", qEnvironmentVariable("PLUGIN"),
+                     "--device", "name=s,port=/none", "--retries", "1000", "--data-log",
+                     "never.csv" });
+        host.write("devices\n");
+        QByteArray output;
+        QTRY_VERIFY_WITH_TIMEOUT((output += host.readAllStandardOutput()).count('\n') > 1, 30000);
+        host.terminate();
+        QVERIFY(host.waitForFinished(30000));
+        QVERIFY2(output.contains("s not connected yet\n"), output);
+        QVERIFY2(output.contains("0 values, not connected yet\n"), output);
+        QVERIFY2(!output.contains("Disconnect"), output);
+        QCOMPARE(fileContents("never.csv").count('\n'), 1);
+    }
+
     void historyOverBothLines()
     {
-        QVERIFY(writeFile("serial.ini", "[dev]\nother\\timeout=123\n"));
+        QVERIFY(writeFile("serial.ini", "; by hand\n[dev]\nother\\timeout=123\n"));
         UpsSimProcess simulator;
         QVERIFY2(simulator.start(), qPrintable(simulator.message()));
         HostProcess host;
         host.startHost(qEnvironmentVariable("PLUGIN"),
                        { "--device", deviceOption(simulator, false), "--device",
-                         deviceOption(simulator, true), "--quiet" });
+                         deviceOption(simulator, true), "--quiet", "--event-log", "events.csv" });
         QVERIFY(host.waitForEvents("serial", 2007) && host.waitForEvents("tcp", 2007));
         QByteArray files[2];
         int next = 0;
@@ -145,8 +255,13 @@ private slots:
         }
         QVERIFY(files[0].count('\n') > 1);
         QCOMPARE(files[0], files[1]);
+        // The plug-in calls it a success; the host looks at the file.
+        host.write("tcp 1045 /nowhere/x.csv\n");
+        QVERIFY(host.waitForEvents("tcp", 1042, 2));
+        QTRY_VERIFY(fileContents("events.csv").contains("\"\"/nowhere/x.csv\"\" holds no records"));
         QCOMPARE(QFileInfo("history.txt").size(), 0);
-        QVERIFY(fileContents("serial.ini").contains("other\\timeout=123")); // settings are merged
+        QVERIFY(fileContents("serial.ini").startsWith("; by hand\n[dev]\nother\\timeout=123\n"));
+        QVERIFY(fileContents("serial.ini").contains("timeout=300"));
         QCOMPARE(host.terminateAndWait(), 0);
     }
 
@@ -156,15 +271,15 @@ private slots:
         const QString tcp = QStringLiteral("name=d,tcp=192.0.2.1:502");
         for (const QStringList &options :
              { QStringList { tcp, "--duration", "6", "--poll" },
-               { SerialDevice, "--duration", "1", "--driver-dir", "." } }) {
+               { serialDevice, "--duration", "1", "--driver-dir", "." } }) {
             HostProcess host;
             host.startHost(qEnvironmentVariable("PLUGIN"),
-                           QStringList { "--require-online", "--device" } + options);
+                           QStringList { "--require-online", "--quiet", "--device" } + options);
             Stopwatch timer;
             QCOMPARE(host.exitCodeOf(), 7);
             QVERIFY2(timer.elapsed() < 9000, "the end took too long");
             const QString errors = host.errors();
-            QCOMPARE(errors.contains("Cannot load library libkx300_g4_6-20k"),
+            QCOMPARE(errors.contains("no driver, so that no device can be reached"),
                      options.contains("--driver-dir"));
             for (const char *complaint : { "QThread", "QSocketNotifier", "QObject", "did not end" })
                 QVERIFY2(!errors.contains(QLatin1String(complaint)), qPrintable(errors));

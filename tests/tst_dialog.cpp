@@ -1,13 +1,19 @@
+#include "dialogs/dialog.h"
+#include "dialogs/loading.h"
+#include "dialogs/msgbox.h"
 #include "guardedtest.h"
 #include "modalanswer.h"
-#include "view/dialog.h"
-#include "view/msgbox.h"
+#include "style/notetext.h"
 
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QStackedWidget>
+#include <QtMath>
 
+#include <algorithm>
+#include <cmath>
+#include <functional>
 #include <memory>
 
 using Event = QMap<QString, QVariant>;
@@ -42,67 +48,85 @@ private slots:
         GuardedTest::cleanup();
     }
 
+    void typedValues_data()
+    {
+        QTest::addColumn<float>("scale");
+        QTest::addColumn<int>("min");
+        QTest::addColumn<int>("max");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("sent"); // nothing: refused
+        const auto row = [](const char *name, float scale, int min, int max, const char *typed,
+                            const char *sent) {
+            QTest::newRow(name) << scale << min << max << typed << sent;
+        };
+        row("in tenths", 0.1f, 500, 700, "50.5", "3007,505");
+        row("a half is rounded up", 0.01f, 210, 235, "2.345", "3007,235");
+        row("rounded down into the range", 0.01f, 210, 235, "2.349", "3007,235");
+        row("above the range", 0.01f, 210, 235, "2.36", "");
+        row("below the range", 0.01f, 210, 235, "2.09", "");
+        row("range that ends at zero", 1.0f, -10, 0, "1", "");
+        row("divided by another scale", 0.5f, 0, 0, "3", "3007,6");
+        row("negative", 0.1f, 0, 0, "-3.0", "3007,-30");
+        row("decimal comma", 0.01f, 210, 235, "2,25", "");
+        row("no number reads as 0", 1.0f, 0, 10, "abc", "3007,0");
+        row("infinite", 1.0f, 1, 10, "inf", "");
+        row("an overflow is not 0", 1.0f, 0, 10, "1e60", "");
+        row("negative overflow", 0.01f, 0, 0, "-1e39", "");
+        row("more than a double holds", 1.0f, 0, 0, "1e999", "");
+        row("the most that is exact", 1.0f, 0, 0, "16777216", "3007,16777216");
+        row("more than a float counts", 1.0f, 0, 0, "16777218", "");
+        row("no scale", 0.0f, 0, 0, "5", "");
+    }
+
     void typedValues()
     {
-        const struct
-        {
-            float scale;
-            int min;
-            int max;
-            const char *typed;
-            const char *sent; // null: refused
-        } rows[] = { { 0.1f, 500, 700, "50.5", "3007,505" },
-                     { 0.01f, 210, 235, "2.345", "3007,235" }, // rounded half up
-                     { 0.01f, 210, 235, "2.349", "3007,235" },
-                     { 0.01f, 210, 235, "2.36", nullptr },
-                     { 0.01f, 210, 235, "2.09", nullptr },
-                     { 0.5f, 0, 0, "3", "3007,6" },
-                     { 0.1f, 0, 0, "-3.0", "3007,-30" },
-                     { 0.01f, 210, 235, "2,25", nullptr },
-                     { 1.0f, 0, 10, "abc", "3007,0" }, // no number reads as 0
-                     { 1.0f, 1, 10, "inf", nullptr },
-                     { 1.0f, 0, 10, "1e60", nullptr }, // an overflow is not 0
-                     { 0.01f, 0, 0, "-1e39", nullptr },
-                     { 1.0f, 0, 0, "1e999", nullptr },
-                     { 0.0f, 0, 0, "5", nullptr } };
-        for (const auto &row : rows) {
-            m_posted->clear();
-            load(row.scale, row.min, row.max);
-            QCOMPARE(sentAfter(row.typed), row.sent ? QStringList(row.sent) : QStringList());
-            QCOMPARE(m_record.value, QString(row.sent ? row.typed : "-"));
-        }
+        QFETCH(float, scale);
+        QFETCH(int, min);
+        QFETCH(int, max);
+        QFETCH(QString, typed);
+        QFETCH(QString, sent);
+        load(scale, min, max);
+        QCOMPARE(sentAfter(typed), sent.isEmpty() ? QStringList() : QStringList(sent));
+        QCOMPARE(m_record.value, sent.isEmpty() ? QString("-") : typed);
+    }
+
+    void chosenOptions_data()
+    {
+        QTest::addColumn<float>("scale");
+        QTest::addColumn<QString>("option");
+        QTest::addColumn<QString>("sent");
+        QTest::newRow("as it is") << 1.0f << "12.0"
+                                  << "3007,12";
+        QTest::newRow("in hundredths") << 0.01f << "12.0"
+                                       << "3007,1200";
+        QTest::newRow("the half that no integer keeps") << 0.01f << "0.5"
+                                                        << "3007,50";
+        QTest::newRow("zero") << 0.01f << "zero"
+                              << "3007,0";
+        QTest::newRow("no scale") << 0.0f << "12.0"
+                                  << "3007,12";
     }
 
     void chosenOptions()
     {
-        const struct
-        {
-            float scale;
-            const char *option;
-            const char *sent;
-        } rows[] = { { 1.0f, "12.0", "3007,12" },
-                     { 0.01f, "12.0", "3007,1200" },
-                     { 0.01f, "0.5", "3007,50" }, // the half that no integer keeps
-                     { 0.01f, "zero", "3007,0" },
-                     { 0.0f, "12.0", "3007,12" } };
+        QFETCH(float, scale);
+        QFETCH(QString, option);
+        QFETCH(QString, sent);
         m_record.combo = { { "0.5", 0 }, { "12.0", 12 }, { "zero", 0 } };
-        for (const auto &row : rows) {
-            m_posted->clear();
-            load(row.scale, 0, 0);
-            m_dialog->setDevName("UPS 7");
-            auto *box = m_dialog->findChild<QComboBox *>();
-            QCOMPARE(box->itemData(1).toInt(), 12);
-            box->setCurrentText(row.option);
-            QTest::keyClick(box, Qt::Key_Enter);
-            QCOMPARE(m_posted->size(), 1);
-            QCOMPARE(m_posted->at(0).at(0).toInt(), 1029);
-            const Event expected { { "controlId", 2016 },
-                                   { "controlValue", row.sent },
-                                   { "nodeValue", row.option },
-                                   { "nodeName", "Number:" },
-                                   { "name", "UPS 7" } };
-            QCOMPARE(m_posted->at(0).at(1).value<Event>(), expected);
-        }
+        load(scale, 0, 0);
+        m_dialog->setDevName("UPS 7");
+        auto *box = m_dialog->findChild<QComboBox *>();
+        QCOMPARE(box->itemData(1).toInt(), 12);
+        box->setCurrentText(option);
+        QTest::keyClick(box, Qt::Key_Enter);
+        QCOMPARE(m_posted->size(), 1);
+        QCOMPARE(m_posted->at(0).at(0).toInt(), 1029);
+        const Event expected { { "controlId", 2016 },
+                               { "controlValue", sent },
+                               { "nodeValue", option },
+                               { "nodeName", "Number:" },
+                               { "name", "UPS 7" } };
+        QCOMPARE(m_posted->at(0).at(1).value<Event>(), expected);
     }
 
     void textIsCut()
@@ -112,6 +136,50 @@ private slots:
         load(1, 0, 0);
         QCOMPARE(sentAfter("1e99%1"), QStringList("3007,1e99"));
         QCOMPARE(m_record.value, QString("1e99%1"));
+    }
+
+    void remarks_data()
+    {
+        QTest::addColumn<float>("scale");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("remark");
+        const auto row = [](const char *name, float scale, const char *typed, const char *remark) {
+            QTest::newRow(name) << scale << typed << remark;
+        };
+        row("nothing yet", 0.01f, "", "");
+        row("within", 0.01f, "2.25", "");
+        row("a binary fraction that is none", 0.1f, "22.1", "");
+        row("rounded", 0.01f, "2.349", "Will be sent as 2.35V");
+        row("rounded into the range", 0.01f, "2.3549", "Will be sent as 2.35V");
+        row("below", 0.01f, "2.09", "Out of range");
+        row("rounded out of the range", 0.01f, "2.355", "Out of range");
+        row("no number", 0.01f, "2,2", "Not a number: counts as 0");
+    }
+
+    void remarks()
+    {
+        QFETCH(float, scale);
+        QFETCH(QString, typed);
+        QFETCH(QString, remark);
+        m_record.type = TwoDecimals;
+        m_record.unit = "V";
+        load(scale, 210, 235);
+        m_dialog->findChild<QLineEdit *>()->setText(typed);
+        QStringList texts;
+        for (const NoteText *note : m_dialog->findChildren<NoteText *>())
+            texts.append(note->text());
+        QVERIFY2(texts.contains(remark), qPrintable(texts.join(',')));
+        QVERIFY(texts.contains("V"));
+    }
+
+    void noticeLeavesTheFieldInSight()
+    {
+        const QRect screen(0, 0, 1000, 800);
+        const QSize box(300, 150);
+        for (const QRect &window : { QRect(10, 10, 360, 250), QRect(700, 500, 360, 250) }) {
+            const QRect place(besideWindow(window, box, screen), box);
+            QVERIFY(screen.contains(place) && !place.intersects(window));
+        }
     }
 
     void busyAfterOk()
@@ -137,6 +205,27 @@ private slots:
             QTRY_VERIFY(!m_dialog->isVisible());
             QVERIFY2(timer.elapsed() >= delay - 5, QByteArray::number(timer.elapsed()));
         }
+    }
+
+    // Twelve dots in a ring: a dark head that grows stronger, a tail that fades.
+    void spinner()
+    {
+        Loading loading;
+        loading.resize(120, 120);
+        const QImage image = loading.grab().toImage();
+        const QColor ground = image.pixelColor(60, 60);
+        QList<int> contrasts;
+        for (int dot = 0; dot < 12; ++dot) {
+            const double angle = dot * M_PI / 6;
+            const QColor color =
+                image.pixelColor(int(57 + 45 * std::sin(angle)), int(57 + 45 * std::cos(angle)));
+            contrasts.append(ground.blue() - color.blue());
+        }
+        const auto tail = contrasts.begin() + 3;
+        QCOMPARE(std::adjacent_find(contrasts.begin(), tail, std::greater_equal<int>()), tail);
+        QCOMPARE(std::adjacent_find(tail, contrasts.end(), std::less_equal<int>()),
+                 contrasts.end());
+        QVERIFY(contrasts.first() > 0 && contrasts.last() > 0);
     }
 
     void rangeMayChangeMeanwhile()
@@ -166,22 +255,32 @@ private slots:
         QCOMPARE(m_posted->size(), 0);
     }
 
+    void boxAnswers_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<int>("key");
+        QTest::addColumn<int>("result");
+        QTest::newRow("a stray Enter confirms nothing")
+            << int(MsgBox::Question) << int(Qt::Key_Return) << 0;
+        QTest::newRow("question declined") << int(MsgBox::Question) << int(Qt::Key_Escape) << 0;
+        QTest::newRow("notice read") << int(MsgBox::Notice) << int(Qt::Key_Return) << 1;
+    }
+
     void boxAnswers()
     {
-        const int rows[][3] = { { 1, Qt::Key_Return, 0 }, // a stray Enter confirms no question
-                                { 1, Qt::Key_Escape, 0 },
-                                { 0, Qt::Key_Return, 1 } };
-        for (const auto &[kind, key, result] : rows) {
-            MsgBox box(kind, QString(999, '/'));
-            QVERIFY(box.sizeHint().width() < 700); // wrapped
-            const ModalAnswer answer([&, kind = kind, key = key](QDialog &shown) {
-                QCOMPARE(button(shown, "btnWhite")->isVisible(), kind == 1);
-                QCOMPARE(shown.focusWidget(), button(shown, kind == 1 ? "btnWhite" : "btnBlue"));
-                QTest::keyClick(shown.focusWidget(), Qt::Key(key));
-            });
-            QCOMPARE(box.exec(), result);
-            QVERIFY(answer.hasAnswered());
-        }
+        QFETCH(int, kind);
+        QFETCH(int, key);
+        const bool isQuestion = kind == MsgBox::Question;
+        MsgBox box(kind, QString(999, '/'));
+        QVERIFY(box.sizeHint().width() < 700); // wrapped
+        const ModalAnswer answer([&](QDialog &shown) {
+            QCOMPARE(button(shown, "btnWhite")->isVisible(), isQuestion);
+            QCOMPARE(shown.focusWidget(), button(shown, isQuestion ? "btnWhite" : "btnBlue"));
+            QTest::keyClick(shown.focusWidget(), Qt::Key(key));
+        });
+        const int result = box.exec();
+        QTEST(result, "result");
+        QVERIFY(answer.hasAnswered());
     }
 
 private:

@@ -1,16 +1,17 @@
+#include "diagram/energyline.h"
 #include "guardedtest.h"
-#include "view/energyline.h"
-#include "view/energytables.h"
+
+#include <QAbstractButton>
 
 #include <algorithm>
 
 namespace {
 
-constexpr QRgb Ground = qRgb(240, 240, 245);
-constexpr QRgb Live = qRgb(41, 71, 198);
-constexpr QRgb Idle = qRgb(157, 172, 255);
-constexpr QSize LeastSize(900, 460);
-constexpr QPoint Centre(450, 230);
+constexpr QRgb ground = qRgb(240, 240, 245);
+constexpr QRgb live = qRgb(41, 71, 198);
+constexpr QRgb idle = qRgb(157, 172, 255);
+constexpr QSize leastSize(900, 460);
+constexpr QPoint centre(450, 230);
 
 DataReport ones(const QList<int> &ids)
 {
@@ -26,7 +27,7 @@ int painted(const QImage &image, const QLine &line)
     int count = 0;
     const QPoint step(line.dx() != 0, line.dy() != 0);
     for (QPoint p = line.p1(); p != line.p2(); p += step)
-        count += image.pixel(Centre + p) == Idle;
+        count += image.pixel(centre + p) == idle;
     return count * 100 / std::max(line.dx(), line.dy());
 }
 
@@ -53,120 +54,159 @@ private slots:
     {
         GuardedTest::init();
         m_line = std::make_unique<Energyline>();
-        m_line->resize(LeastSize);
+        m_line->resize(leastSize);
+    }
+
+    void flows_data()
+    {
+        QTest::addColumn<QList<int>>("ones");
+        QTest::addColumn<QList<int>>("segments"); // places in the list of lines
+        QTest::addColumn<QString>("blocks");      // those that are dark
+        using Ids = QList<int>;
+        QTest::newRow("nothing flows") << Ids {} << Ids {} << "";
+        QTest::newRow("input to rectifier") << Ids { 4217 } << Ids { 0 } << "INPUT REC";
+        QTest::newRow("rectifier to battery") << Ids { 4218, 4222 } << Ids { 1, 2 } << "REC";
+        QTest::newRow("rectifier to inverter") << Ids { 4218, 4219 } << Ids { 1, 3 } << "REC INV";
+        QTest::newRow("battery to load")
+            << Ids { 4219, 4222, 4220, 4221 } << Ids { 2, 3, 4, 7 } << "LOAD INV";
+        QTest::newRow("bypass to load") << Ids { 4216, 4221 } << Ids { 5, 6, 7 } << "BYPASS LOAD";
+        QTest::newRow("half a path") << Ids { 4218, 4220, 4216 } << Ids {} << "";
     }
 
     void flows()
     {
-        const struct
-        {
-            DataReport report;
-            QList<int> segments; // places in the list of lines
-            const char *blocks;  // those that are dark
-        } rows[] = { { ones({ 4217 }), { 0 }, "INPUT REC" },
-                     { {}, {}, "" }, // stopped
-                     { ones({ 4218, 4222 }), { 1, 2 }, "REC" },
-                     { ones({ 4218, 4219 }), { 1, 3 }, "REC INV" },
-                     { ones({ 4219, 4222, 4220, 4221 }), { 2, 3, 4, 7 }, "LOAD INV" },
-                     { ones({ 4216, 4221 }), { 5, 6, 7 }, "BYPASS LOAD" },
-                     { { { 4217, 2.0f } }, {}, "" } }; // only 1 counts
+        QFETCH(QList<int>, ones);
+        QFETCH(QList<int>, segments);
+        QFETCH(QString, blocks);
         const QList<QLine> lines { { -220, 0, -135, 0 },   { -50, 0, -4, 0 },
                                    { 0, 4, 0, 74 },        { 4, 0, 50, 0 },
                                    { 135, 0, 165, 0 },     { -220, -150, 170, -150 },
                                    { 175, -145, 175, -5 }, { 182, 0, 220, 0 } };
-        for (const auto &row : rows) {
-            m_line->flushData(row.report);
-            const QImage image = shot();
-            QList<int> seen;
-            for (int i = 0; i < lines.size(); ++i) {
-                const int percent = painted(image, lines.at(i));
-                QVERIFY2(percent == 0 || (percent > 35 && percent < 95),
-                         QByteArray::number(percent));
-                if (percent > 0)
-                    seen.append(i);
-            }
-            QCOMPARE(seen, row.segments);
-            QStringList dark;
-            for (const EnergyBlockRow &block : EnergyTables::blocks) {
-                const QPoint corner(int(block.topLeft.x) + 3, int(block.topLeft.y) + 3);
-                if (*block.title != '\0' && image.pixel(Centre + corner) == Live)
-                    dark.append(block.title);
-            }
-            QCOMPARE(dark.join(' '), QString(row.blocks));
+        m_line->flushData(::ones(ones));
+        const QImage image = shot();
+        QList<int> seen;
+        for (int i = 0; i < lines.size(); ++i) {
+            const int percent = painted(image, lines.at(i));
+            QVERIFY2(percent == 0 || (percent > 35 && percent < 95), QByteArray::number(percent));
+            if (percent > 0)
+                seen.append(i);
         }
+        QCOMPARE(seen, segments);
+        QStringList dark;
+        for (const DiagramBlockRow &block : deviceFamily().diagram.blocks) {
+            const QPoint corner(int(block.topLeft.x) + 3, int(block.topLeft.y) + 3);
+            if (*block.title != '\0' && image.pixel(centre + corner) == live)
+                dark.append(block.title);
+        }
+        QCOMPARE(dark.join(' '), blocks);
         m_line->set_all_off_Flow();
-        QCOMPARE(painted(shot(), lines.first()), 0);
+        QCOMPARE(painted(shot(), lines.value(segments.value(0))), 0);
+    }
+
+    void flowsRunStraight()
+    {
+        for (const FlowRow &flow : deviceFamily().diagram.flows) {
+            for (int i = 1; i < flow.pointCount; ++i)
+                QVERIFY((flow.points[i].x == flow.points[i - 1].x)
+                        != (flow.points[i].y == flow.points[i - 1].y));
+        }
+    }
+
+    void onlyOneFlows()
+    {
+        m_line->flushData({ { 4217, 2.0f } });
+        QCOMPARE(painted(shot(), { -220, 0, -135, 0 }), 0);
     }
 
     void values()
     {
         const DataReport report { { 4132, 3.0f },   { 4133, 229.96f }, { 4134, 231.0f },
                                   { 4135, 230.0f }, { 4241, 12.0f },   { 4190, -1.0f } };
-        const auto panels = energyState(report).panels;
-        const auto text = [&panels](EnergyPanel panel, int line) {
+        const auto panels = energyState(deviceFamily(), report).panels;
+        const auto text = [&panels](DiagramPanel panel, int line) {
             return panels.at(int(panel)).at(line).value;
         };
-        QCOMPARE(text(EnergyPanel::Input, 0), QString("230.0/231.0/230.0 V"));
-        QCOMPARE(text(EnergyPanel::Device, 4), QString("-")); // no such state
-        QCOMPARE(text(EnergyPanel::Bypass, 3), QString("-"));
-        QCOMPARE(text(EnergyPanel::Load, 0), QString("-")); // missing
+        QCOMPARE(text(DiagramPanel::Input, 0), QString("230.0/231.0/230.0 V"));
+        QCOMPARE(text(DiagramPanel::Device, 4), QString("-")); // no such state
+        QCOMPARE(text(DiagramPanel::Bypass, 3), QString("-"));
+        QCOMPARE(text(DiagramPanel::Load, 0), QString("-")); // missing
+    }
+
+    // Where each block stands, relative to the centre; its edges count, the next point does not.
+    void hits_data()
+    {
+        QTest::addColumn<QRect>("block");
+        QTest::addColumn<QList<int>>("viewFlags");
+        QTest::newRow("input") << QRect(-300, -37, 76, 75) << QList<int> { 0, -1 };
+        QTest::newRow("bypass") << QRect(-300, -187, 76, 75) << QList<int> { 1, -1 };
+        QTest::newRow("load") << QRect(225, -37, 76, 75) << QList<int> { 3, -1 };
+        QTest::newRow("battery") << QRect(-25, 80, 51, 76) << QList<int> { 4, -1 };
+        QTest::newRow("rectifier") << QRect(-130, -37, 76, 75) << QList<int> { 5, 2 };
+        QTest::newRow("inverter") << QRect(55, -37, 76, 75) << QList<int> { 5, 2 };
     }
 
     void hits()
     {
-        const struct
-        {
-            QPoint point; // relative to the centre
-            QList<int> viewFlags;
-        } rows[] = { { { -300, 0 }, { 0, -1 } }, // edges of the input
-                     { { -225, 37 }, { 0, -1 } },   { { -224, 0 }, {} },
-                     { { -250, -187 }, { 1, -1 } }, { { 300, -37 }, { 3, -1 } },
-                     { { 25, 155 }, { 4, -1 } },    { { 55, 0 }, { 5, 2 } } };
-        for (const auto &row : rows) {
+        QFETCH(QRect, block);
+        QFETCH(QList<int>, viewFlags);
+        const auto flagsAt = [](const QPoint &point) {
             // The centre is rounded down.
-            const EnergyBlockRow *block =
-                blockAt(Centre + row.point, energyCentre(QSize(901, 461)));
-            QList<int> flags;
-            if (block)
-                flags = { block->viewFlags[0], block->viewFlags[1] };
-            QCOMPARE(flags, row.viewFlags);
-        }
+            const DiagramBlockRow *row = blockAt(deviceFamily().diagram.blocks, centre + point,
+                                                 energyCentre(QSize(901, 461)));
+            return row ? QList<int> { row->viewFlags[0], row->viewFlags[1] } : QList<int>();
+        };
+        QCOMPARE(flagsAt(block.topLeft()), viewFlags);
+        QCOMPARE(flagsAt(block.bottomRight()), viewFlags);
+        QCOMPARE(flagsAt(block.topLeft() - QPoint(1, 0)), QList<int>());
+        QCOMPARE(flagsAt(block.topLeft() - QPoint(0, 1)), QList<int>());
+        QCOMPARE(flagsAt(block.bottomRight() + QPoint(1, 0)), QList<int>());
+        QCOMPARE(flagsAt(block.bottomRight() + QPoint(0, 1)), QList<int>());
     }
 
     void clickTogglesThePanel()
     {
         const auto isEmpty = [this] { // where the values of rectifier and inverter are
             QImage empty(250, 90, QImage::Format_RGB32);
-            empty.fill(Ground);
+            empty.fill(ground);
             return shot().copy(QRect(332, 92, 250, 90)).convertToFormat(empty.format()) == empty;
         };
         QVERIFY(!isEmpty());
-        QTest::mouseClick(m_line.get(), Qt::LeftButton, {}, Centre - QPoint(100, 0));
+        QTest::mouseClick(m_line.get(), Qt::LeftButton, {}, centre - QPoint(100, 0));
         QVERIFY(isEmpty());
-        QTest::mouseClick(m_line.get(), Qt::LeftButton, {}, Centre + QPoint(100, 0));
+        QTest::mouseClick(m_line.get(), Qt::LeftButton, {}, centre + QPoint(100, 0));
         QVERIFY(!isEmpty());
     }
 
     // With the widest values, no text leaves the diagram or touches a block, a flow or a text.
+    void panelsKeepApart_data()
+    {
+        QTest::addColumn<bool>("isLarge");
+        QTest::newRow("small texts") << false;
+        QTest::newRow("large texts") << true;
+    }
+
     void panelsKeepApart()
     {
+        QFETCH(bool, isLarge);
+        const QSize size = isLarge ? largeEnergySize : leastEnergySize;
         DataReport report = ones({ 4216, 4217, 4218, 4219, 4220, 4221, 4222 });
-        for (const EnergyLineRow &row : EnergyTables::lines) {
-            for (int i = 0; i < 3 && row.kind == EnergyLineKind::Measured; ++i)
+        for (const DiagramLineRow &row : deviceFamily().diagram.lines) {
+            for (int i = 0; i < 3 && row.kind == LineKind::Measured; ++i)
                 report.insert(row.dataId + i, 240.4f);
         }
         for (const int phases : { 4132, 4192, 4163 })
             report.insert(phases, 3.0f);
         report.insert(4101, 2.0f);
         report.insert(4241, 8.0f);
-        const EnergyState state = energyState(report);
-        const QFont font = energyFont();
-        const QFontMetricsF metrics(font);
+        const EnergyState state = energyState(deviceFamily(), report);
+        const EnergyLook look = energyLook(deviceFamily().diagram, isLarge);
+        const QFontMetricsF metrics(look.font);
         EnergyViewFlags open {};
         open.fill(true);
-        const EnergyScene scene = energyScene(state, open, font, energyCentre(LeastSize));
+        const EnergyScene scene =
+            energyScene(deviceFamily().diagram, state, open, look, energyCentre(size));
 
-        QList<QRectF> taken { scene.battery.rect };
+        QList<QRectF> taken { scene.battery.rect, noteRect(energyCentre(size)) };
         for (const SceneBlock &block : scene.blocks)
             taken.append(block.rect);
         for (const QPolygonF &flow : scene.flows) {
@@ -180,11 +220,44 @@ private slots:
             QVERIFY2(area.width() <= text.rect.width(), text.text.toUtf8());
             if (text.role == TextRole::Value)
                 area.moveRight(text.rect.right());
-            QVERIFY2(QRectF(QPointF(), LeastSize).contains(area), text.text.toUtf8());
+            QVERIFY2(QRectF(QPointF(), size).contains(area), text.text.toUtf8());
             for (const QRectF &other : qAsConst(taken))
                 QVERIFY2(!area.intersects(other), text.text.toUtf8());
             taken.append(area);
         }
+    }
+
+    // By Tab and Space, and by a name that is read out.
+    void blocksAreReachedByKeyboard()
+    {
+        m_line->show();
+        m_line->setStale(false);
+        QStringList names;
+        for (auto *block : m_line->findChildren<QAbstractButton *>()) {
+            names.append(block->accessibleName());
+            QVERIFY(!block->accessibleDescription().isEmpty());
+            QVERIFY(block->focusPolicy() == Qt::TabFocus && block->isChecked());
+            const QImage before = shot();
+            QTest::keyClick(block, Qt::Key_Space);
+            QVERIFY(!block->isChecked() && shot() != before); // its panel is gone
+            QTest::keyClick(block, Qt::Key_Return);
+            QVERIFY(shot() == before);
+        }
+        QCOMPARE(names.join(' '), QString("INPUT BYPASS LOAD BATTERY REC INV"));
+    }
+
+    // What a lost device did last is no news of what carries energy.
+    void lostLinkIsSeenOnTheBlocks()
+    {
+        const DataReport all = ones({ 4216, 4217, 4218, 4219, 4220, 4221, 4222 });
+        m_line->flushData(all);
+        const QPoint input = centre + QPoint(-298, -35);
+        QCOMPARE(shot().pixel(input), live);
+        m_line->setStale(true, "No communication since 12:00:00");
+        QCOMPARE(shot().pixel(input), idle);
+        QCOMPARE(m_line->accessibleDescription(), QString("No communication since 12:00:00"));
+        m_line->setStale(false);
+        QCOMPARE(shot().pixel(input), live);
     }
 
     void hiddenCostsNothing()

@@ -1,4 +1,4 @@
-#include "fuzz/targets.h"
+#include "targets.h"
 
 #include <QDirIterator>
 #include <QtTest>

@@ -2,8 +2,8 @@
 
 #include <umockdev.h> // before Qt, whose keywords it uses as names
 
-#include "comm/portmanage.h"
 #include "guardedtest.h"
+#include "portmanage.h"
 
 namespace {
 

@@ -1,13 +1,18 @@
-#include "client/historytexts.h"
-#include "client/tavoclient.h"
+#include "family.h"
 #include "guardedtest.h"
+#include "tavoclient.h"
 
 #include <atomic>
 #include <csignal>
+#include <fcntl.h>
+#include <sched.h>
+#include <sys/mount.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <thread>
+#include <unistd.h>
 
-template <size_t N> static QString word(const HistoryTextRow (&rows)[N], const QString &code)
+static QString word(Rows<HistoryTextRow> rows, const QString &code)
 {
     for (const HistoryTextRow &row : rows) {
         if (row.code == code.toLongLong())
@@ -52,6 +57,7 @@ private slots:
         QCOMPARE(fileContents("out.csv"), reference({}));
         const QByteArray source = "26 112 1 3 3725 0 4\n";
         QVERIFY(QDir().mkdir("directory"));
+        m_guard->expect("exportHistoryInfo \"(directory|missing/out.csv)\" not written: ");
         for (const QString path : { "", "directory", "missing/out.csv" }) {
             QVERIFY(writeFile("history.txt", source));
             m_client.exportHistoryInfo(path);
@@ -81,6 +87,84 @@ private slots:
         }
         signal(SIGXFSZ, handler);
         QCOMPARE(QDir().entryList(QDir::Files).size(), 2); // nothing half-written is left over
+    }
+
+    // What somebody else holds, or has put there, stays that file.
+    void writtenInPlace_data()
+    {
+        QTest::addColumn<QString>("kind");
+        for (const char *kind : { "hard link", "pipe", "device", "mounted file" })
+            QTest::newRow(kind) << QString(kind);
+    }
+
+    void writtenInPlace()
+    {
+        QFETCH(QString, kind);
+        const QByteArray source = "26 112 1 3 3725 0 4\n";
+        QVERIFY(writeFile("history.txt", source) && writeFile("out.csv", QByteArray(900, 'x')));
+        QByteArray written;
+        if (kind == "hard link") {
+            QCOMPARE(link("out.csv", "other.csv"), 0);
+        } else if (kind == "pipe") {
+            QVERIFY(QFile::remove("out.csv") && mkfifo("out.csv", 0600) == 0);
+            QFile pipe("out.csv");
+            QVERIFY(pipe.open(::open("out.csv", O_RDONLY | O_NONBLOCK), QIODevice::ReadOnly));
+            m_client.exportHistoryInfo("out.csv");
+            char bytes[1000];
+            written = QByteArray(bytes, int(std::max<qint64>(0, pipe.read(bytes, sizeof bytes))));
+        } else if (kind == "device") {
+            QVERIFY(QFile::remove("out.csv") && QFile::link("/dev/null", "out.csv"));
+        } else {
+            if (unshare(CLONE_NEWNS) != 0
+                || mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0)
+                QSKIP("needs the right to mount");
+            QVERIFY(writeFile("other.csv", {}));
+            QCOMPARE(mount("other.csv", "out.csv", nullptr, MS_BIND, nullptr), 0);
+        }
+        const struct stat before = node("out.csv");
+        if (kind != "pipe")
+            m_client.exportHistoryInfo("out.csv");
+        const struct stat after = node("out.csv");
+        QCOMPARE(after.st_ino, before.st_ino);
+        QCOMPARE(after.st_mode, before.st_mode);
+        if (kind == "mounted file" || kind == "hard link")
+            written = fileContents("other.csv");
+        if (kind == "mounted file")
+            umount("out.csv");
+        QCOMPARE(written, kind == "device" ? QByteArray() : reference(source));
+        QVERIFY(fileContents("history.txt").isEmpty());
+        const QString log = m_guard->messages().join('\n');
+        QVERIFY2(log.contains("exportHistoryInfo 1 records in \"out.csv\""), qPrintable(log));
+    }
+
+    // Neither a target nor a source that waits for its other end holds the client up.
+    void pipesWithoutOtherEnd()
+    {
+        m_guard->expect("exportHistoryInfo .*(not written: No such device|is no regular file)");
+        m_guard->expect("exportHistoryInfo .*cannot be emptied");
+        QVERIFY(mkfifo("out.csv", 0600) == 0 && mkfifo("history.txt", 0600) == 0);
+        m_client.exportHistoryInfo("out.csv");
+        QVERIFY(QFile::remove("out.csv"));
+        m_client.exportHistoryInfo("out.csv");
+        QCOMPARE(fileContents("out.csv"), reference({}));
+    }
+
+    // Which would end the process by a signal.
+    void readerGoes()
+    {
+        m_guard->expect("exportHistoryInfo .*not written: Broken pipe");
+        QVERIFY(mkfifo("out.csv", 0600) == 0);
+        QVERIFY(writeFile("history.txt", QByteArray("26 112 1 3 3725 0 4\n").repeated(20'000)));
+        const int reader = ::open("out.csv", O_RDONLY | O_NONBLOCK);
+        std::thread other([reader] {
+            char byte = 0;
+            while (::read(reader, &byte, 1) != 1)
+                std::this_thread::yield();
+            ::close(reader);
+        });
+        m_client.exportHistoryInfo("out.csv");
+        other.join();
+        QVERIFY(fileContents("history.txt").isEmpty());
     }
 
     void millionRecords()
@@ -118,6 +202,13 @@ private slots:
     }
 
 private:
+    static struct stat node(const char *name)
+    {
+        struct stat result = {};
+        stat(name, &result);
+        return result;
+    }
+
     static bool isOpen(const QString &name)
     {
         const QFileInfoList opened = QDir("/proc/self/fd").entryInfoList(QDir::Files);
@@ -129,6 +220,7 @@ private:
     static QByteArray reference(QByteArray source)
     {
         QString out = QStringLiteral("ID,Content,Status,Time,History mode,\n");
+        const HistoryTables history = deviceFamily().history;
         QBuffer buffer(&source);
         buffer.open(QIODevice::ReadOnly | QIODevice::Text);
         while (!buffer.atEnd()) {
@@ -138,10 +230,10 @@ private:
                 continue;
             const quint32 seconds = quint32(f[5].toUShort()) << 16 | f[4].toUShort();
             const QTime clock = QTime(0, 0).addSecs(int(seconds % 86400));
-            out += QString::number(f[0].toLongLong(), 16) + ',' + word(historyContentRows, f[1])
-                + ',' + word(historyStatusRows, f[2]) + ',' + QString::number(f[3].toLongLong())
-                + ':' + clock.toString(QStringLiteral("hh:mm:ss")) + ','
-                + word(historyModeRows, f[6]) + ",\n";
+            out += QString::number(f[0].toLongLong(), 16) + ',' + word(history.contents, f[1]) + ','
+                + word(history.statuses, f[2]) + ',' + QString::number(f[3].toLongLong()) + ':'
+                + clock.toString(QStringLiteral("hh:mm:ss")) + ',' + word(history.modes, f[6])
+                + ",\n";
         }
         return out.toLocal8Bit();
     }

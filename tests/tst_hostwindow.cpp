@@ -1,34 +1,59 @@
-#include "support/guardedtest.h"
-#include "support/modalanswer.h"
-#include "support/upssimprocess.h"
+#include "modalanswer.h"
+#include "upssimprocess.h"
+#include "windowtest.h"
 
-#include "plugin/collectthread.h"
-#include "plugin/collectview.h"
-#include "tools/devhost/hostwindow.h"
-#include "tools/devhost/pluginfile.h"
-#include "tools/devhost/rundirectory.h"
-#include "tools/devhost/screenshots.h"
+#include "alarmlog.h"
+#include "collectthread.h"
+#include "collectview.h"
+#include "hostgui.h"
+#include "hostwindow.h"
+#include "pluginfile.h"
+#include "rundirectory.h"
+#include "screenshots.h"
+#include "wheelguard.h"
 
 #include <QComboBox>
 #include <QDialog>
+#include <QHeaderView>
+#include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
+#include <QSplitter>
+#include <QTableView>
 #include <QTableWidget>
 #include <QTabWidget>
+#include <QWheelEvent>
+
+using namespace HostContract;
 
 namespace {
 
-constexpr int FloatVoltage = 3007; // data identifier
+constexpr int floatVoltage = 3007; // data identifier
+constexpr int patienceMs = 20000;
 
 void confirm(QDialog &box)
 {
     QTest::mouseClick(box.findChild<QPushButton *>("btnBlue"), Qt::LeftButton);
 }
 
+/** Types into the focused widget, as a person would. */
+void type(const char *keys)
+{
+    QTest::keyClicks(QApplication::focusWidget(), keys);
+}
+
+void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+{
+    QWidget *focused = QApplication::focusWidget();
+    QTest::keyClick(focused ? focused : QApplication::activeWindow(), key, modifiers);
+}
+
 } // namespace
 
-/** The host's window on a simulated UPS. */
-class tst_Hostwindow : public GuardedTest
+/** The host's window on simulated UPSs. */
+class tst_Hostwindow : public WindowTest
 {
     Q_OBJECT
 
@@ -38,31 +63,20 @@ private slots:
     {
         UpsSimProcess simulator;
         QVERIFY2(simulator.start(), qPrintable(simulator.message()));
-        const LoadedPlugin plugin = loadPlugin(qEnvironmentVariable("PLUGIN"));
-        QVERIFY2(plugin.factory, qPrintable(plugin.error));
-        HostOptions options;
-        options.json = true;
-        DeviceSpec device;
-        device.name = "ups";
-        device.port = simulator.terminalName();
-        options.devices << device;
-        DeviceHost host(options, *plugin.factory);
-        QCOMPARE(host.open().text, QString());
-        HostWindow window(options, host);
+        m_options.devices << serial("ups", simulator.terminalName());
+        start();
         DataMap data;
         QList<int> requests;
-        connect(&host, &DeviceHost::posted, this, [&](HostDevice *, const HostEvent &event) {
+        connect(m_host.get(), &DeviceHost::posted, this, [&](HostDevice *, const HostEvent &event) {
             if (event.isRequest())
                 requests << event.type;
-            else if (event.type == DataReport)
+            else if (event.type == DataReportEvent)
                 data = event.data();
         });
-        window.show();
-        host.start();
-        QTRY_COMPARE_WITH_TIMEOUT(data.value(4241).toInt(), 4, 20000); // online
-        QVERIFY(window.windowTitle().startsWith("ups - communicating"));
+        QTRY_COMPARE_WITH_TIMEOUT(data.value(4241).toInt(), 4, patienceMs); // online
+        QTRY_COMPARE(m_window->windowTitle(), QString("ups: On line – ●1 – KX300 device host"));
 
-        CollectView *view = window.firstView();
+        CollectView *view = m_window->firstView();
         auto *tabs = view->findChild<QTabWidget *>({}, Qt::FindDirectChildrenOnly);
         const auto page = [&](const char *name) {
             tabs->setCurrentWidget(view->findChild<QWidget *>(name));
@@ -72,13 +86,13 @@ private slots:
             const ModalAnswer answer(confirm);
             QTest::mouseClick(view->findChild<QPushButton *>("battery_test"), Qt::LeftButton);
         }
-        QTRY_COMPARE_WITH_TIMEOUT(data.value(4241).toInt(), 6, 20000); // battery test
+        QTRY_COMPARE_WITH_TIMEOUT(data.value(4241).toInt(), 6, patienceMs); // battery test
 
         auto *table = view->findChild<QTableWidget *>("basicTable");
         const QTableWidgetItem *name =
             table->findItems("Cell float voltage:", Qt::MatchExactly).value(0);
         QVERIFY(name);
-        const auto edit = [&](const QString &value) {
+        const auto change = [&](const QString &value) {
             emit table->cellDoubleClicked(name->row(), 1);
             auto *dialog = view->findChild<QDialog *>("WhiteDialog");
             if (!dialog->isVisible())
@@ -88,30 +102,213 @@ private slots:
             return true;
         };
         requests.clear();
-        const auto floatVoltage = [&] { return qRound(data.value(FloatVoltage).toFloat() * 100); };
+        const auto volts = [&] { return qRound(data.value(floatVoltage).toFloat() * 100); };
         QVERIFY(simulator.perform("setting 3007 220"));
-        QTRY_COMPARE_WITH_TIMEOUT(floatVoltage(), 220, 20000);
+        QTRY_COMPARE_WITH_TIMEOUT(volts(), 220, patienceMs);
         const ModalAnswer answer(confirm);
-        QVERIFY(edit("9"));
+        QVERIFY(change("9"));
         QCOMPARE(requests, QList<int>());          // out of range
         m_guard->expect("does not support raise"); // of a window without a screen
-        QVERIFY(edit("2.25"));
-        QTRY_COMPARE_WITH_TIMEOUT(floatVoltage(), 225, 20000);
+        QVERIFY(change("2.25"));
+        QTRY_COMPARE_WITH_TIMEOUT(volts(), 225, patienceMs);
         QTRY_COMPARE(table->item(name->row(), 1)->text(), QString("2.25V"));
-        QCOMPARE(requests, QList<int> { ParameterRequest });
+        QCOMPARE(requests, QList<int> { ParameterRequestEvent });
 
         QTRY_VERIFY_WITH_TIMEOUT(!view->findChild<QDialog *>("WhiteDialog")->isVisible(), 10000);
-        window.findChild<QComboBox *>("userLevel")->setCurrentIndex(0);
-        QVERIFY(!edit("2.28"));
+        chooseLevel(0);
+        QVERIFY(!change("2.28"));
         QVERIFY(!view->findChild<QPushButton *>("battery_test")->isEnabled());
 
-        Screenshots shots(path("x.png"), 0, window, *view, *host.devices().front());
+        m_options.screenshot = path("x.png");
+        m_options.screenshotDelay = 0;
+        Screenshots shots(m_options, *m_window, *view, *m_host->devices().front());
         QSignalSpy finished(&shots, &Screenshots::finished);
-        QVERIFY(finished.wait(20000));
+        QVERIFY(finished.wait(patienceMs));
         QCOMPARE(finished.first().first().toString(), QString());
-        QCOMPARE(QImage("x-alarm.png").size(), window.size() * window.devicePixelRatio());
+        QCOMPARE(QImage("x-alarm.png").size(), m_window->size() * m_window->devicePixelRatio());
         simulator.terminate();
-        QTRY_COMPARE_WITH_TIMEOUT(window.windowTitle(), QString("ups - communication lost"), 20000);
+        QTRY_COMPARE_WITH_TIMEOUT(m_window->windowTitle(),
+                                  QString("ups: No communication – ■1 – KX300 device host"),
+                                  patienceMs);
+    }
+
+    void fleetByKeyboard()
+    {
+        UpsSimProcess simulators[2];
+        for (UpsSimProcess &simulator : simulators)
+            QVERIFY2(simulator.start(), qPrintable(simulator.message()));
+        m_options.devices << serial("good", simulators[0].terminalName())
+                          << serial("bypass", simulators[1].terminalName())
+                          << serial("absent", "/dev/ttyNone");
+        QVERIFY(simulators[1].perform("command 10"));
+        start();
+        QTRY_COMPARE_WITH_TIMEOUT(m_window->windowTitle(), QString("■1 ▲1 ●1 – KX300 device host"),
+                                  patienceMs);
+        auto *table = m_window->findChild<QTableView *>("fleetTable");
+        const auto cell = [&](int row, FleetModel::Column column) {
+            return table->model()->index(row, column).data().toString();
+        };
+        QCOMPARE(cell(0, FleetModel::Device), QString("absent")); // the worst first
+        QCOMPARE(cell(0, FleetModel::State), QString("■ Never connected"));
+        QTRY_COMPARE(cell(0, FleetModel::OldestAlarm),
+                     QString("/dev/ttyNone, address 1: there is no such port"));
+        QCOMPARE(cell(0, FleetModel::Age), QString("–"));
+        QCOMPARE(cell(1, FleetModel::Mode), QString("On bypass"));
+        QCOMPARE(cell(2, FleetModel::Load), QString("55 %"));
+        table->setFocus();
+        press(Qt::Key_Home);
+        table->selectRow(0);
+        press(Qt::Key_Down);
+        press(Qt::Key_Return);
+        QVERIFY(m_window->windowTitle().startsWith("bypass: On bypass"));
+        QTest::keyClick(m_window.get(), Qt::Key_V, Qt::AltModifier);
+        QTRY_VERIFY(m_window->windowTitle().startsWith("■1"));
+        QVERIFY(table->hasFocus());
+        QCOMPARE(table->currentIndex().data().toString(), QString("▲ Attention"));
+    }
+
+    void devicesByForm()
+    {
+        UpsSimProcess simulator;
+        QVERIFY2(simulator.start(), qPrintable(simulator.message()));
+        m_options.devicesAreRemembered = true;
+        start();
+        QString tested;
+        fillForm([&](QDialog &form) {
+            type("UPS 1");
+            auto *port = form.findChild<QComboBox *>("port");
+            port->setFocus();
+            port->lineEdit()->selectAll();
+            type("/dev/ttyNone");
+            const auto *result = form.findChild<QLabel *>("result");
+            press(Qt::Key_T, Qt::AltModifier);
+            QTRY_VERIFY2(result->text().contains("no such port"),
+                         qPrintable(result->text() + port->currentText()));
+            port->setEditText(simulator.terminalName());
+            press(Qt::Key_T, Qt::AltModifier);
+            QTRY_VERIFY_WITH_TIMEOUT(result->text().contains("answers"), patienceMs);
+            tested = result->text();
+            press(Qt::Key_Return);
+        });
+        m_window->askForDevice();
+        QVERIFY(!tested.isEmpty());
+        QTRY_COMPARE_WITH_TIMEOUT(m_window->windowTitle(), QString("●1 – KX300 device host"),
+                                  patienceMs);
+        QVERIFY(fileContents("serial.ini").contains("9600,n,8,1"));
+        QCOMPARE(WindowMemory().devices(), m_host->specs());
+
+        auto *table = m_window->findChild<QTableView *>("fleetTable");
+        table->selectRow(0);
+        fillForm([](QDialog &form) {
+            form.findChild<QLineEdit *>("name")->setText("Hall");
+            press(Qt::Key_Return);
+        });
+        m_window->findChild<QPushButton *>("editDevice")->click();
+        QTRY_COMPARE_WITH_TIMEOUT(m_window->windowTitle(), QString("●1 – KX300 device host"),
+                                  patienceMs);
+        QCOMPARE(m_host->devices().front()->name(), QString("Hall"));
+        table->selectRow(0);
+        fillForm([](QDialog &box) {
+            press(Qt::Key_Return);
+            Q_UNUSED(box)
+        });
+        m_window->findChild<QPushButton *>("removeDevice")->click();
+        QCOMPARE(m_host->devices().size(), size_t(1)); // "No" is what Enter says
+        fillForm([](QDialog &box) {
+            static_cast<QMessageBox &>(box).button(QMessageBox::Yes)->click();
+        });
+        m_window->findChild<QPushButton *>("removeDevice")->click();
+        QVERIFY(m_host->devices().empty() && WindowMemory().devices().isEmpty());
+        QCOMPARE(m_window->windowTitle(), QString("KX300 device host"));
+    }
+
+    void acknowledging()
+    {
+        m_options.devices << serial("absent", "/dev/ttyNone");
+        start();
+        auto *log = m_window->findChild<QTableView *>("hostEventLog");
+        const auto state = [&] {
+            return log->model()->index(0, AlarmLog::State).data().toString();
+        };
+        QTRY_COMPARE_WITH_TIMEOUT(state(), QString("Active, not acknowledged"), patienceMs);
+        auto *all = m_window->findChild<QPushButton *>("acknowledgeAll");
+        QTRY_VERIFY(all->isEnabled());
+        QTest::mouseClick(log->viewport(), Qt::LeftButton, Qt::NoModifier,
+                          log->visualRect(log->model()->index(0, 0)).center());
+        QCOMPARE(state(), QString("Active, not acknowledged"));
+        chooseLevel(0);
+        QTest::keyClick(log, Qt::Key_Space);
+        QCOMPARE(state(), QString("Active, not acknowledged")); // may only look
+        QVERIFY(!all->isEnabled());
+        raiseLevel(QMessageBox::No);
+        QCOMPARE(m_window->userLevel(), 0);
+        raiseLevel(QMessageBox::Yes);
+        QCOMPARE(m_window->userLevel(), 1);
+        m_window->activateWindow();
+        QTRY_COMPARE(QApplication::activeWindow(), m_window.get());
+        log->setFocus();
+        press(Qt::Key_Space);
+        QCOMPARE(state(), QString("Active, acknowledged"));
+        end();
+        start();
+        log = m_window->findChild<QTableView *>("hostEventLog");
+        QTRY_COMPARE_WITH_TIMEOUT(state(), QString("Active, acknowledged"), patienceMs);
+        QCOMPARE(log->model()->rowCount(), 1);
+    }
+
+    void contextSurvives()
+    {
+        m_options.devices << serial("a", "/dev/ttyNone") << serial("b", "/dev/ttyNone");
+        start();
+        const QSize size = m_window->size();
+        m_window->open(m_host->device("b"));
+        auto *tabs = viewOf("b")->findChild<QTabWidget *>();
+        tabs->setCurrentIndex(2);
+        chooseLevel(0);
+        m_window->close();
+        end();
+        start();
+        QVERIFY(m_window->windowTitle().startsWith("b: "));
+        QCOMPARE(viewOf("b")->findChild<QTabWidget *>()->currentIndex(), 2);
+        QCOMPARE(m_window->size(), size);
+        QCOMPARE(m_window->userLevel(), 1); // what the start says, never what was left
+        end();
+        // A start anew in another language has the devices of now, and no more rights.
+        HostOptions options = m_options;
+        options.userLevel = 0;
+        HostGui gui(options, *(m_host = std::make_unique<DeviceHost>(options, *m_factory)));
+        QCOMPARE(m_host->open().text, QString());
+        QCOMPARE(int(gui.open().code), int(ExitCode::Ok));
+        const QStringList arguments = gui.restartArguments(
+            { "x", "--user-level", "2", "--device=name=old,port=p", "--plugin", "p.so" });
+        QCOMPARE(arguments,
+                 QStringList({ "x", "--plugin", "p.so", "--language", "", "--user-level", "0",
+                               "--device", "name=a,port=/dev/ttyNone,addr=1", "--device",
+                               "name=b,port=/dev/ttyNone,addr=1" }));
+    }
+
+    void sizes()
+    {
+        m_options.devices << serial("a", "/dev/ttyNone");
+        m_options.windowSize = QSize(4000, 4000);
+        start();
+        const QSize room = QApplication::primaryScreen()->availableSize();
+        QVERIFY(m_window->width() <= room.width() && m_window->height() <= room.height());
+        // However far the log is drawn, the page stays.
+        auto *splitter = m_window->findChild<QSplitter *>();
+        splitter->setSizes({ 0, 10000 });
+        QVERIFY(splitter->sizes().first() >= 200);
+        QVERIFY(splitter->sizes().last() >= m_window->findChild<QTableView *>("hostEventLog")
+                                                ->verticalHeader()
+                                                ->defaultSectionSize());
+        auto *language = m_window->findChild<QComboBox *>("language");
+        WheelGuard guard;
+        qApp->installEventFilter(&guard);
+        QWheelEvent wheel(QPointF(5, 5), language->mapToGlobal(QPoint(5, 5)), QPoint(),
+                          QPoint(0, -120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(language, &wheel);
+        QCOMPARE(language->currentIndex(), 0);
+        QVERIFY(!wheel.isAccepted());
     }
 };
 
@@ -119,7 +316,7 @@ int main(int argc, char **argv)
 {
     // The configuration files lie beside the executable: every test needs its own.
     if (!RunDirectory::isActive())
-        qFatal("%s", qPrintable(RunDirectory::enter(argv, {})));
+        qFatal("%s", qPrintable(RunDirectory::enter(argv, {}).error));
     int code = 0;
     {
         QApplication application(argc, argv);

@@ -1,4 +1,4 @@
-#include "comm/modbusframe.h"
+#include "modbus/modbusframe.h"
 
 #include <QTest>
 

@@ -1,5 +1,5 @@
-#include "plugin/collectthread.h"
-#include "plugin/collectview.h"
+#include "collectthread.h"
+#include "collectview.h"
 
 #include <QPluginLoader>
 #include <QtTest>
@@ -33,15 +33,26 @@ private slots:
 
     void exportedSymbols()
     {
-        // Only hidapi's names are a pattern in the list; every other name is one symbol.
-        QFile list(EXPORT_LIST);
-        QVERIFY(list.open(QIODevice::ReadOnly));
-        QStringList expected;
-        for (const QByteArray &line : list.readAll().split('\n')) {
-            const QByteArray name = line.trimmed();
-            if (name.endsWith(';') && !name.contains('*') && !name.startsWith('}'))
-                expected << QString::fromLatin1(name.chopped(1));
-        }
+        // Other than hidapi's, of which a host may call any.
+        QStringList expected { "qt_plugin_query_metadata",
+                               "qt_plugin_instance",
+                               "CommOpen",
+                               "CommAccept",
+                               "CommRead",
+                               "CommWrite",
+                               "CommControl",
+                               "CommClose",
+                               "TcpCommRead",
+                               "TcpCommWrite",
+                               "setModbusCRC",
+                               "checkModbufCRC",
+                               "mod_Set_SetBuf",
+                               "buildCmd",
+                               "buildCmd16",
+                               "UINT8_2_to_UINT16",
+                               "UINT8_4_to_UINT32",
+                               "FiltSpace",
+                               "tavoDataProce" };
         expected.sort();
 
         QProcess nm;

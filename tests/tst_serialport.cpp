@@ -1,13 +1,16 @@
 // The serial port on a pseudo-terminal, whose driver tells what it was asked for.
 
-#include "comm/serialport.h"
 #include "guardedtest.h"
 #include "ptypair.h"
+#include "serial/serialport.h"
 
 #include <csignal>
 #include <dlfcn.h>
+#include <fcntl.h>
 #include <sys/ioctl.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 static termios asked;     // what the port asked for last
 static int unsent = 0;    // bytes that the line does not take
@@ -99,6 +102,22 @@ private slots:
         }
     }
 
+    // By the word of the system's own tool.
+    void everyRate()
+    {
+        m_guard->expect(QStringLiteral("Portability Warning"));
+        for (const int rate : { 50, 75, 110, 134, 150, 200, 300, 600, 1200, 1800, 2400, 4800, 9600,
+                                19200, 38400, 57600, 115200 }) {
+            const PtyPair line;
+            SerialPort port;
+            QVERIFY(port.CommOpen(line.name(), QStringLiteral("%1,n,8,1").arg(rate), 100));
+            QProcess stty;
+            stty.start("stty", { "-F", line.name(), "speed" });
+            QVERIFY(stty.waitForFinished());
+            QCOMPARE(stty.readAllStandardOutput().trimmed(), QByteArray::number(rate));
+        }
+    }
+
     void refusedSettings()
     {
         const struct
@@ -179,6 +198,7 @@ private slots:
             QCOMPARE(m_guard->messages().constLast(),
                      QStringLiteral("[CommOpen]    open serial error!"));
             QVERIFY(!port.ReOpen());
+            QCOMPARE(port.lastError(), ulong(SerialPort::NoError)); // which is for transfers
         }
         QCOMPARE(m_guard->messages().filter(QStringLiteral(" does not open: ")).size(), 4);
         QVERIFY(m_guard->messages().contains(
@@ -256,65 +276,6 @@ private slots:
         QCOMPARE(port.lastError(), ulong(SerialPort::TimedOut));
         port.setTimeout(30000);
         QCOMPARE(int(line.settings().c_cc[VTIME]), 44);
-    }
-
-    void trafficLog()
-    {
-        PtyPair line(path("ttyLOG"));
-        SerialPort port;
-        QVERIFY(port.CommOpen(line.name(), plain, 1000));
-        QCOMPARE(port.writeData("\x01\xff", 2), 2);
-        line.send(QByteArray("\x00\x7f", 2));
-        QCOMPARE(port.readData(10).size(), 2);
-        const QRegularExpression lines(
-            QStringLiteral("^(\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3}) send: 01 ff \n"
-                           "\\S+ \\S+ recv: 00 7f \n$"));
-        const QByteArray log = fileContents(QStringLiteral("log_ttyLOG.log"));
-        const auto match = lines.match(QString::fromUtf8(log));
-        QVERIFY2(match.hasMatch(), log.constData());
-        const auto format = QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz");
-        const auto time = QDateTime::fromString(match.captured(1), format);
-        QVERIFY(qAbs(time.msecsTo(QDateTime::currentDateTime())) < 60'000);
-        // Whoever moves the log away finds the next line in a new one.
-        QVERIFY(QFile::rename("log_ttyLOG.log", "moved.log"));
-        QCOMPARE(port.writeData("m", 1), 1);
-        QVERIFY(fileContents("log_ttyLOG.log").endsWith("send: 6d \n"));
-        QCOMPARE(fileContents("moved.log"), log);
-
-        // No half line on a disk that is full in the middle of it.
-        const QByteArray before = fileContents("log_ttyLOG.log");
-        signal(SIGXFSZ, SIG_IGN);
-        rlimit room = {};
-        getrlimit(RLIMIT_FSIZE, &room);
-        const rlimit little = { rlim_t(before.size()) + 9, room.rlim_max };
-        setrlimit(RLIMIT_FSIZE, &little);
-        m_guard->expect(QStringLiteral("^TrafficLog: cannot write"));
-        port.writeData("n", 1);
-        setrlimit(RLIMIT_FSIZE, &room);
-        QCOMPARE(fileContents("log_ttyLOG.log"), before);
-        QVERIFY(QFile::remove("log_ttyLOG.log") && QDir().mkdir("log_ttyLOG.log"));
-        QCOMPARE(port.writeData("o", 1), 1);
-        QCOMPARE(m_guard->messages().filter(QStringLiteral("TrafficLog")).size(), 1);
-    }
-
-    void rotation()
-    {
-        PtyPair line(path("ttyROT"));
-        SerialPort port;
-        QVERIFY(port.CommOpen(line.name(), plain, 1000));
-        const QString log = QStringLiteral("log_ttyROT.log");
-        const int lineLength = 34;
-        for (const char *last : { "d", "e" }) {
-            QFile(log).open(QIODevice::WriteOnly);
-            QVERIFY(QFile::resize(log, 5'242'880 - lineLength));
-            QVERIFY(port.writeData("c", 1) == 1);
-            QCOMPARE(QFileInfo(log).size(), 5'242'880); // not above the limit yet
-            QVERIFY(port.writeData(last, 1) == 1);
-            QVERIFY(!QFile::exists(log));
-            // The first one stays.
-            QVERIFY(fileContents(log + QStringLiteral(".bak.log")).endsWith("send: 64 \n"));
-        }
-        QCOMPARE(m_guard->messages().constLast(), QStringLiteral("\"Destination file exists\""));
     }
 };
 

@@ -1,12 +1,11 @@
-// The service program on its own: switches, one instance, control socket, signals; without a bus.
+// The service program on its own: switches, one instance, signals; without a bus.
 
-#include "service/controlserver.h"
-#include "service/servicecontroller.h"
-#include "service/servicepaths.h"
-#include "support/exampleprogram.h"
-#include "support/guardedtest.h"
+#include "exampleprogram.h"
+#include "guardedtest.h"
+#include "servicecontroller.h"
+#include "servicepaths.h"
 
-#include <QLocalSocket>
+#include <sys/stat.h>
 
 class tst_Service : public GuardedTest
 {
@@ -32,22 +31,79 @@ private slots:
             int exitCode;
             const char *output;
         } rows[] = { { "-version", 0, "TesselServer 1.0" },
+                     { "--version", 0, "TesselServer 1.0" },
                      { "-help", 0, "-uninstall" },
+                     { "--help", 0, "-uninstall" },
+                     { "-h", 0, "-uninstall" },
                      { "-bogus", 2, "unknown switch \"-bogus\"" },
-                     { "-pause -resume", 2, "too many" },
+                     { "---help", 2, "unknown switch \"---help\"" },
+                     { "-pause --resume", 2, "too many" },
                      { "-command", 2, "needs a number" },
                      { "-command x", 2, "needs a number" },
                      { "", 1, "not supported" }, // starts it
+                     { "-- slow", 1, "takes no arguments" },
                      { "-terminate", 1, "not supported" },
-                     { "-install", 0, "not supported" },
+                     { "-install", 0, "TesselServer.service\nRemark: no service manager" },
                      { "-install root", 1, "cannot have" }, // a user's service
-                     { "-uninstall", 0, "" },
+                     { "-uninstall", 0, "is removed.\nRemark: no service manager" },
                      { "-uninstall", 1, "not installed" } };
         for (const auto &row : rows) {
             ExampleProgram program(words(row.switches));
             QCOMPARE(program.exitCode(), row.exitCode);
             QVERIFY2(program.output().contains(row.output), qPrintable(program.output()));
         }
+    }
+
+    void unusableTexts_data()
+    {
+        QTest::addColumn<QByteArray>("argument");
+        QTest::addColumn<int>("exitCode");
+        QTest::newRow("carriage return") << QByteArray("a\rb") << 1;
+        QTest::newRow("no character") << QByteArray("a\xef\xbf\xbf") << 1;
+        QTest::newRow("nor this") << QByteArray("a\xef\xb7\x90") << 1;
+        QTest::newRow("nor this, further up") << QByteArray("\xf0\x9f\xbf\xbe") << 1;
+        QTest::newRow("no UTF-8") << QByteArray("caf\xe9") << 2;
+        QTest::newRow("half a character") << QByteArray("caf\xc3") << 2;
+        QTest::newRow("carriage return in the name") << QByteArray("name=a\rb") << 2;
+        QTest::newRow("no UTF-8 in the name") << QByteArray("name=caf\xe9") << 2;
+        QTest::newRow("folder in the name") << QByteArray("name=../x") << 2;
+        QTest::newRow("any other") << QByteArray("\x01\t\n\x7f caf\xc3\xa9 \xf0\x9f\x98\x80") << 0;
+    }
+
+    void unusableTexts()
+    {
+        QFETCH(QByteArray, argument);
+        QFETCH(int, exitCode);
+        // By a shell, since a process's arguments are encoded on their way.
+        QVERIFY(writeFile("argument", argument + 'E'));
+        constexpr char script[] =
+            "a=$(cat argument); LC_ALL=C exec \"$0\" -user -install -- \"${a%E}\"";
+        QCOMPARE(QProcess::execute("/bin/sh", { "-c", script, EXAMPLE_SERVICE }), exitCode);
+        const QByteArray unit =
+            fileContents(unitDirectory(ServiceScope::User) + "/TesselServer.service");
+        QCOMPARE(unit.contains("caf\xc3\xa9"), exitCode == 0);
+        QCOMPARE(unit.isEmpty(), exitCode != 0);
+    }
+
+    void fifoInPlaceOfTheUnit()
+    {
+        const QString directory = unitDirectory(ServiceScope::User);
+        QVERIFY(QDir().mkpath(directory));
+        QCOMPARE(::mkfifo(qPrintable(directory + "/TesselServer.service"), 0600), 0);
+        for (const char *command : { "-install", "-uninstall" })
+            QCOMPARE(ExampleProgram(words(command)).exitCode(), 1);
+    }
+
+    void uninstallDisables()
+    {
+        QCOMPARE(ExampleProgram(words("-install")).exitCode(), 0);
+        const QString wants = unitDirectory(ServiceScope::User) + "/default.target.wants/";
+        QVERIFY(QDir().mkpath(wants));
+        for (const char *unit : { "TesselServer.service", "Other.service" })
+            QVERIFY(QFile::link(QString("../%1").arg(unit), wants + unit));
+        QCOMPARE(ExampleProgram(words("-uninstall")).exitCode(), 0);
+        QVERIFY(!QFileInfo(wants + "TesselServer.service").isSymLink());
+        QVERIFY(QFileInfo(wants + "Other.service").isSymLink());
     }
 
     void worksWithoutManager()
@@ -67,13 +123,23 @@ private slots:
         QCOMPARE(service.exitCode(), 0);
         QVERIFY(!m_controller->stop());
         QCOMPARE(m_controller->error(), ServiceError::NotSupported);
-        for (const int number : { SIGTERM, SIGINT }) {
+        for (const int number : { SIGTERM, SIGINT, SIGHUP }) {
             ExampleProgram again(words("-exec"));
             QVERIFY(again.prints("start"));
             again.signal(number);
             QVERIFY(again.prints("stop"));
             QCOMPARE(again.exitCode(), 0);
         }
+    }
+
+    void nohup()
+    {
+        signal(SIGHUP, SIG_IGN);
+        ExampleProgram service(words("-exec"));
+        QVERIFY(service.prints("start"));
+        signal(SIGHUP, SIG_DFL);
+        service.signal(SIGHUP);
+        QVERIFY2(m_controller->pause(), qPrintable(m_controller->errorString()));
     }
 
     void hungCallback()
@@ -86,7 +152,21 @@ private slots:
         QVERIFY(service.prints("command 13"));
         QVERIFY(!m_controller->stop());
         QCOMPARE(m_controller->error(), ServiceError::TimedOut);
-        service.signal(SIGTERM);
+        QVERIFY(service.isRunning()); // too little patience to end it
+        const Stopwatch stopwatch;
+        ExampleProgram terminate(words("-terminate"));
+        QCOMPARE(terminate.exitCode(), 0);
+        QVERIFY2(terminate.output().contains("killed"), qPrintable(terminate.output()));
+        QVERIFY2(stopwatch.elapsed() < 15'000, qPrintable(QString::number(stopwatch.elapsed())));
+        QCOMPARE(service.exitCode(), 6);
+    }
+
+    void hungStop()
+    {
+        ExampleProgram service(words("-exec -- stuck"));
+        QVERIFY(service.prints("start"));
+        QVERIFY2(m_controller->stop(), qPrintable(m_controller->errorString()));
+        QVERIFY(m_controller->lastResult().text.contains("killed"));
         QCOMPARE(service.exitCode(), 6);
     }
 
@@ -128,63 +208,6 @@ private slots:
         QCOMPARE(shell.exitCode(), 3);
         QCOMPARE(shell.readAllStandardError(),
                  QByteArray("<6>start fail\n<3>TesselServer did not start.\n"));
-    }
-
-    void hostilePeers()
-    {
-        int calls = 0;
-        ControlServer server([&calls](const ControlRequest &) {
-            ++calls;
-            return ControlReply { true, QStringLiteral("two\nlines ") + QString(500, 'y') };
-        });
-        const QString socket = path("s");
-        QCOMPARE(server.listen(socket), ControlServer::Outcome::Listening);
-        for (const QByteArray &bytes :
-             { QByteArray("\n"), QByteArray("reboot\n"), QByteArray("pause 1\n"),
-               QByteArray("command\n"), QByteArray("command \n"),
-               QByteArray("command 99999999999\n"), QByteArray("pause\0x\n", 8),
-               QByteArray(1'000'000, 'x'), "command " + QByteArray(300, '0') + "1\n" }) {
-            QLocalSocket peer;
-            peer.connectToServer(socket);
-            peer.write(bytes);
-            QTRY_COMPARE(peer.state(), QLocalSocket::UnconnectedState);
-            QCOMPARE(calls, 0);
-        }
-        QLocalSocket honest;
-        honest.connectToServer(socket);
-        honest.write("pau");
-        honest.flush();
-        honest.write("se\ncommand -5\n");
-        QTRY_COMPARE(calls, 2);
-        QTRY_VERIFY(honest.bytesAvailable() == 2 * ControlLineLimit);
-        QVERIFY(honest.readLine().startsWith("ok two lines yyy"));
-    }
-
-    void patience()
-    {
-        std::unique_ptr<QLocalSocket> leaving;
-        ControlServer server(
-            [&leaving](const ControlRequest &) {
-                leaving.reset();
-                QTest::qWait(200); // longer than the peer's time; a peer that left is deleted here
-                return ControlReply { true, {} };
-            },
-            std::chrono::milliseconds(100));
-        QCOMPARE(server.listen(path("s")), ControlServer::Outcome::Listening);
-        const auto peerThatSays = [this](const char *line) {
-            auto peer = std::make_unique<QLocalSocket>();
-            peer->connectToServer(path("s"));
-            peer->write(line);
-            peer->flush();
-            return peer;
-        };
-        const auto patient = peerThatSays("terminate\n");
-        QTRY_COMPARE(patient->bytesAvailable(), 3);
-        leaving = peerThatSays("state\n");
-        QTRY_VERIFY(!leaving);
-        const auto silent = peerThatSays("");
-        QTRY_COMPARE(silent->state(), QLocalSocket::UnconnectedState);
-        QCOMPARE(patient->state(), QLocalSocket::ConnectedState);
     }
 
     void othersUnitFileIsLeftAlone()

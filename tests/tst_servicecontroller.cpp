@@ -1,9 +1,12 @@
 // What the controller makes of a manager's ways, and of none at all.
 
-#include "service/servicecontroller.h"
-#include "support/fakemanager.h"
-#include "support/guardedtest.h"
-#include "support/privatebus.h"
+#include "exampleprogram.h"
+#include "fakemanager.h"
+#include "guardedtest.h"
+#include "privatebus.h"
+#include "servicecontroller.h"
+
+#include <unistd.h>
 
 namespace {
 
@@ -19,6 +22,18 @@ ServiceResult startResult(const QString &name,
     controller.start();
     return controller.lastResult();
 }
+
+/** A process that has no more rights than others, also when the tests are run by root. */
+class OrdinaryUser : public QProcess
+{
+protected:
+    void setupChildProcess() override
+    {
+        constexpr uid_t nobody = 65534;
+        if (geteuid() == 0 && (setgid(nobody) != 0 || setuid(nobody) != 0))
+            _exit(127);
+    }
+};
 
 } // namespace
 
@@ -99,11 +114,39 @@ private slots:
 
     void stopKills()
     {
-        ServiceController controller("Deaf");
-        QVERIFY(controller.start());
-        QVERIFY(controller.stop());
-        QVERIFY(controller.lastResult().text.contains("killed"));
-        QVERIFY(!controller.isRunning());
+        for (const char *name : { "Deaf", "Hung", "Sloppy" }) {
+            ServiceController controller(name);
+            QVERIFY(controller.start());
+            QVERIFY(controller.stop());
+            QCOMPARE(controller.lastResult().text.contains("killed"), qstrcmp(name, "Sloppy") != 0);
+            QVERIFY(!controller.isRunning());
+        }
+    }
+
+    void serviceOfTheSystem()
+    {
+        // The program itself is in a folder that another user may not reach.
+        QFile::setPermissions(path({}), QFile::Permissions(0x7755));
+        QVERIFY(QFile::copy(EXAMPLE_SERVICE, path("program")));
+        const auto output = [this](const char *switches) {
+            OrdinaryUser user;
+            user.setProcessChannelMode(QProcess::MergedChannels);
+            user.start(path("program"), words(switches));
+            user.waitForFinished();
+            return QString::number(user.exitCode()) + ' ' + user.readAll();
+        };
+        qputenv("XDG_CONFIG_HOME", QFile::encodeName(path("config")));
+        const QByteArray userBus = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+        qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere");
+        for (const char *switches : { "", "-terminate", "-pause", "-uninstall" }) {
+            const QString said = output(switches);
+            QVERIFY2(said.startsWith('1') && said.contains("belongs to the system: not allowed"),
+                     qPrintable(said));
+        }
+        // Not the system's, or the user's is meant.
+        QVERIFY(output("-uninstall -- name=Missing").contains("\"Missing\" is not installed"));
+        QVERIFY(output("-user -terminate").contains("not supported"));
+        qputenv("DBUS_SESSION_BUS_ADDRESS", userBus);
     }
 
     void nobodyThere()

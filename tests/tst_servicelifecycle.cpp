@@ -1,9 +1,9 @@
 // The example service from its installation to its removal under a real systemd, where one can be
 // run (see support/with-systemd). What needs no processes is in tst_servicecontroller as well.
 
-#include "service/servicecontroller.h"
-#include "support/exampleprogram.h"
-#include "support/guardedtest.h"
+#include "exampleprogram.h"
+#include "guardedtest.h"
+#include "servicecontroller.h"
 
 class tst_ServiceLifecycle : public GuardedTest
 {
@@ -26,46 +26,15 @@ private slots:
 
     void operations()
     {
-        struct Step
-        {
-            const char *switches;
-            ServiceRequest request;
-            bool ok;
-            const char *text;
-        };
-        const Step steps[] = {
-            { "-pause",
-              { ServiceAction::Pause },
-              false,
-              "The service \"TesselServer\" does not listen to requests." },
-            { "-terminate", { ServiceAction::Stop }, true, "unchanged" },
-            { "", { ServiceAction::Start }, true, "" },
-            { "", { ServiceAction::Start }, true, "unchanged" },
-            { "-pause", { ServiceAction::Pause }, true, "" },
-            { "-pause", { ServiceAction::Pause }, true, "unchanged" },
-            { "-resume", { ServiceAction::Resume }, true, "" },
-            { "-command 7", { ServiceAction::Command, 7 }, true, "" },
-            { "-command -1",
-              { ServiceAction::Command, -1 },
-              false,
-              "The request to the service \"TesselServer\" failed: it does not know this command" },
-            { "-terminate", { ServiceAction::Stop }, true, "" },
-        };
         for (const bool bySwitches : { true, false }) { // or by the controller
             QVERIFY(!m_controller.isInstalled());
             QVERIFY(!m_controller.start());
             QCOMPARE(m_controller.error(), ServiceError::UnitMissing);
-            QVERIFY(install({ "a  b", "100%n" }));
+            QVERIFY(install({ "a  b", oddWord }));
             QVERIFY(m_controller.isInstalled());
-            for (const Step &step : steps) {
-                ExampleProgram program(bySwitches ? words(step.switches) : words("-version"));
-                const bool ran = program.exitCode() == 0;
-                QCOMPARE(bySwitches ? ran : m_controller.carryOut(step.request), step.ok);
-                QCOMPARE(bySwitches ? program.output() : m_controller.lastResult().text,
-                         QString::fromLatin1(step.text));
-            }
+            takeSteps(bySwitches);
             const QStringList log = logged();
-            QVERIFY2(log.value(0).endsWith("|a  b|100%n"), qPrintable(log.value(0)));
+            QVERIFY2(log.value(0).endsWith("|a  b|" + oddWord), qPrintable(log.value(0)));
             QCOMPARE(log.mid(1).join(' '), "pause resume command 7 command -1 stop");
             QCOMPARE(ExampleProgram(words("-uninstall")).exitCode(), 0);
             QCOMPARE(ExampleProgram(words("-uninstall")).exitCode(), 1);
@@ -103,6 +72,20 @@ private slots:
         QVERIFY(m_controller.pause());
     }
 
+    void hungCallback()
+    {
+        QVERIFY(install({ "hang" }));
+        QVERIFY(m_controller.start());
+        const Stopwatch stopwatch;
+        QVERIFY(!m_controller.sendCommand(13));
+        QCOMPARE(m_controller.error(), ServiceError::TimedOut);
+        QVERIFY2(stopwatch.elapsed() < 10'000, qPrintable(QString::number(stopwatch.elapsed())));
+        QVERIFY(m_controller.stop());
+        QVERIFY2(m_controller.lastResult().text.contains("killed"),
+                 qPrintable(m_controller.lastResult().text));
+        QVERIFY(!m_controller.isRunning());
+    }
+
     void deletedWithRequests()
     {
         QVERIFY(install({ "slow" }));
@@ -132,11 +115,48 @@ private:
             == 0;
     }
 
+    void takeSteps(bool bySwitches)
+    {
+        struct Step
+        {
+            const char *switches;
+            ServiceRequest request;
+            bool ok;
+            const char *text;
+        };
+        const Step steps[] = {
+            { "-pause",
+              { ServiceAction::Pause },
+              false,
+              "The service \"TesselServer\" does not listen to requests." },
+            { "-terminate", { ServiceAction::Stop }, true, "unchanged" },
+            { "", { ServiceAction::Start }, true, "" },
+            { "", { ServiceAction::Start }, true, "unchanged" },
+            { "-pause", { ServiceAction::Pause }, true, "" },
+            { "-pause", { ServiceAction::Pause }, true, "unchanged" },
+            { "-resume", { ServiceAction::Resume }, true, "" },
+            { "-command 7", { ServiceAction::Command, 7 }, true, "" },
+            { "-command -1",
+              { ServiceAction::Command, -1 },
+              false,
+              "The request to the service \"TesselServer\" failed: it does not know this command" },
+            { "-terminate", { ServiceAction::Stop }, true, "" },
+        };
+        for (const Step &step : steps) {
+            ExampleProgram program(bySwitches ? words(step.switches) : words("-version"));
+            const bool ran = program.exitCode() == 0;
+            QCOMPARE(bySwitches ? ran : m_controller.carryOut(step.request), step.ok);
+            QCOMPARE(bySwitches ? program.output() : m_controller.lastResult().text,
+                     QString::fromLatin1(step.text));
+        }
+    }
+
     QStringList logged() const
     {
         return QString::fromUtf8(fileContents("log")).split('\n', Qt::SkipEmptyParts);
     }
 
+    const QString oddWord = QStringLiteral("100%n $HOME \"'\\\t\u0001\u007f\u0085\u00e9");
     ServiceController m_controller { serviceName };
 };
 

@@ -1,8 +1,8 @@
-#include "guardedtest.h"
+#include "diagram/energyline.h"
+#include "dialogs/dialog.h"
 #include "modalanswer.h"
-#include "view/dialog.h"
-#include "view/energyline.h"
-#include "view/tavoview.h"
+#include "style/noteline.h"
+#include "viewtest.h"
 
 #include <QDateTimeEdit>
 #include <QFileDialog>
@@ -12,33 +12,16 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QStackedWidget>
+#include <QTableWidget>
+#include <QToolButton>
 
 #include <memory>
 
-using Event = QMap<QString, QVariant>;
-
-class tst_TavoView : public GuardedTest
+class tst_TavoView : public ViewTest
 {
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        GuardedTest::init();
-        m_view = std::make_unique<tavoView>();
-        m_view->refreshLayout();
-        m_view->setName("UPS 7");
-        m_view->setUserInfo("admin", 1);
-        m_posted = std::make_unique<QSignalSpy>(m_view.get(), &CollectView::postDEvent);
-    }
-
-    void cleanup()
-    {
-        m_posted.reset();
-        m_view.reset();
-        GuardedTest::cleanup();
-    }
-
     void widgetsAreFoundByName()
     {
         const auto before = m_view->findChildren<QWidget *>();
@@ -72,18 +55,14 @@ private slots:
         }
     }
 
-    void settingsShowValuesAndRanges()
+    void settingsWithoutAValue()
     {
         tabs()->setCurrentIndex(tavoView::ControlTab);
         m_view->flushData({});
         QCOMPARE(cell("basicTable", "Boost cycle:", 1), QString("-")); // never answered
-        m_view->flushData({ { 3007, 2.25f }, { 3045, 1.0f }, { 3011, 0.0f }, { 3000, 3.0f } });
+        m_view->flushData({ { 3000, 3.0f } });
         QCOMPARE(cell("basicTable", "Boost cycle:", 1), QString("0Hour")); // missing in the report
-        QCOMPARE(cell("basicTable", "Cell float voltage:", 1), QString("2.25V"));
-        QCOMPARE(cell("basicTable", "Cell float voltage:", 2), QString("3.3-4.15"));
-        QCOMPARE(cell("adjustTable", "Charge current limit:", 1), QString("0.5A"));
-        QCOMPARE(cell("adjustTable", "Charge current limit:", 2), QString("-"));
-        QCOMPARE(cell("basicTable", "System work mode:", 1), QString()); // no such option
+        QCOMPARE(cell("basicTable", "System work mode:", 1), QString());   // no such option
         const auto *last = child<QTableWidget>("basicTable")->item(33, 1);
         QCOMPARE(last->foreground().color(), QColor(Qt::blue));
     }
@@ -125,7 +104,9 @@ private slots:
     {
         auto *table = child<QTableWidget>("RecordTable");
         auto *note = table->viewport()->findChild<QLabel *>();
-        QCOMPARE(note->text(), QString("No events"));
+        const auto *line = child<QWidget>("AlarmTable")->findChild<NoteLine *>();
+        QCOMPARE(note->text(), QString("Nothing received yet"));
+        QCOMPARE(note->alignment(), Qt::AlignCenter);
         m_view->flushData({ { 2059, 1.0f } }); // seen while another tab is current
         m_view->flushData({ { 2059, 1.0f }, { 2010, 1.0f } });
         tabs()->setCurrentIndex(tavoView::AlarmTab);
@@ -133,111 +114,41 @@ private slots:
         QCOMPARE(table->item(1, 1)->text(), QString("Battery voltage low"));
         QVERIFY(QDateTime::fromString(table->item(1, 0)->text(), "yyyy-MM-dd HH:mm:ss").isValid());
         QVERIFY(note->isHidden());
+        QCOMPARE(line->text(), QString("2 active"));
+        m_view->flushData({ { 2010, 1.0f } });
+        QVERIFY(line->text().startsWith("1 active \u00b7 last cleared "));
+        // What is not known is neither present nor gone.
+        m_view->flushUpsInfo("state", 1);
+        QCOMPARE(line->tone(), NoteLine::Tone::Alarm);
+        QVERIFY(line->text().startsWith("Unknown \u2013 No communication"));
+        QVERIFY(table->font().italic());
+        m_view->flushUpsInfo("state", 0);
         m_view->flushData({});
-        QVERIFY(table->rowCount() == 0 && !note->isHidden());
+        QVERIFY(table->rowCount() == 0 && !note->isHidden() && !table->font().italic());
+        QCOMPARE(note->text(), QString("No events"));
+        QVERIFY(line->text().startsWith("0 active"));
     }
 
-    void buttonsSendCommands()
+    void worstEventsFirst()
     {
-        const struct
-        {
-            const char *button;
-            const char *text;
-            int command;
-        } rows[] = { { "buzzer_off", "Turn off?", 1010 },
-                     { "power_off", "Shutdown stop output?", 1007 },
-                     { "battery_test", "Battery test 20s?", 1003 },
-                     { "ups_upgrade", "UPS upgrade?", 1018 } };
-        for (const auto &row : rows) {
-            m_posted->clear();
-            const ModalAnswer decline([](QDialog &box) { QTest::keyClick(&box, Qt::Key_Escape); });
-            click(row.button);
-            QVERIFY(decline.hasAnswered() && m_posted->isEmpty());
-            const ModalAnswer confirm([&](QDialog &box) {
-                QCOMPARE(box.findChild<QLabel *>()->text(), QString(row.text));
-                box.accept();
-            });
-            click(row.button);
-            QCOMPARE(m_posted->size(), 1);
-            QCOMPARE(m_posted->at(0).at(0).toInt(), row.command);
-            const Event expected { { "name", "UPS 7" },
-                                   { "controlId", row.command },
-                                   { "controlValue", "" } };
-            QCOMPARE(m_posted->at(0).at(1).value<Event>(), expected);
-        }
-    }
-
-    void reportsGoOnBehindTheBox()
-    {
-        tabs()->setCurrentIndex(tavoView::RealDataTab);
-        QString seen;
-        const ModalAnswer answer([&](QDialog &box) {
-            QTimer::singleShot(0, m_view.get(), [this] {
-                m_view->flushData({ { 4105, 190.0f } });
-            });
-            QTimer::singleShot(50, &box, [&] {
-                seen = panelValue("Battery voltage:");
-                box.accept();
-            });
-        });
-        click("battery_test");
-        QCOMPARE(seen, QString("190.0V"));
-        QCOMPARE(sent(), QStringList("1003 "));
-    }
-
-    void viewDeletedBehindTheBox()
-    {
-        const ModalAnswer answer([this](QDialog &box) {
-            m_posted.reset();
-            m_view.reset();
-            box.accept();
-        });
-        QTimer::singleShot(0, m_view.get(), [this] { click("download_history_log"); });
-        QTRY_VERIFY(answer.hasAnswered() && !m_view);
-    }
-
-    void otherSenders()
-    {
-        const auto press = [this](const QString &name) {
-            QPushButton button("Set");
-            button.setObjectName(name);
-            connect(&button, SIGNAL(clicked()), m_view.get(), SLOT(pushButtonSlot()));
-            const ModalAnswer answer([](QDialog &box) { box.accept(); });
-            button.click();
-            return sent();
+        auto *table = child<QTableWidget>("RecordTable");
+        tabs()->setCurrentIndex(tavoView::AlarmTab);
+        m_view->flushData({ { 2059, 1.0f } });
+        m_view->flushData({ { 2059, 1.0f }, { 2071, 1.0f }, { 2082, 1.0f } });
+        const auto firsts = [table] {
+            QStringList texts;
+            for (int row = 0; row < table->rowCount(); ++row)
+                texts.append(table->item(row, 1)->text() + ' ' + table->item(row, 0)->toolTip());
+            return texts.join(", ");
         };
-        QCOMPARE(press("timeSet"), QStringList()); // there is no editor
-        auto *editor = new QDateTimeEdit(QDateTime(QDate(2024, 1, 31), QTime(12, 0)), m_view.get());
-        editor->setObjectName("timeEdit");
-        editor->setDisplayFormat("yyyy-MM-dd HH:mm:ss");
-        QCOMPARE(press("timeSet"), QStringList("1011 2024-01-31 12:00:00"));
-        QCOMPARE(press("any other").last(), QString("2016 1,300"));
-    }
-
-    void historyIsDownloaded()
-    {
-        // Not in the working directory, which the chooser reads on its own while it selects.
-        const QTemporaryDir folder;
-        const QString target = folder.filePath("history.csv");
-        QVERIFY(writeFile(target, "old"));
-        for (const QString &file : { QString(), target }) { // cancelled, chosen
-            std::unique_ptr<ModalAnswer> choice;
-            const ModalAnswer confirmation([&](QDialog &box) {
-                choice = std::make_unique<ModalAnswer>([&](QDialog &dialog) {
-                    auto *chooser = qobject_cast<QFileDialog *>(&dialog);
-                    QVERIFY(chooser && chooser->windowTitle() == "Save");
-                    QCOMPARE(chooser->nameFilters(), QStringList("files(*.csv)"));
-                    // As typed: a selection is lost when the chooser reads its folder meanwhile.
-                    chooser->findChild<QLineEdit *>()->setText(file);
-                    dialog.done(file.isNull() ? QDialog::Rejected : QDialog::Accepted);
-                });
-                box.accept();
-            });
-            click("download_history_log");
-            QCOMPARE(sent().last(), "1045 " + file);
-            QCOMPARE(fileContents(target), QByteArray(file.isNull() ? "old" : ""));
-        }
-        QCOMPARE(m_posted->size(), 2);
+        QCOMPARE(firsts(),
+                 QString("Battery test success Information, Abnormal input Warning, "
+                         "Battery voltage low Critical"));
+        child<QWidget>("AlarmTable")->findChild<QToolButton *>()->click();
+        QCOMPARE(firsts(),
+                 QString("Battery voltage low Critical, Abnormal input Warning, "
+                         "Battery test success Information"));
+        QVERIFY(!table->item(0, 0)->data(Qt::DecorationRole).value<QPixmap>().isNull());
     }
 
     void userLevels()
@@ -316,53 +227,6 @@ private slots:
         QVERIFY(isReadable(child<QLabel>("PanalBodyKeyValue")));
         QApplication::setPalette(before);
     }
-
-private:
-    template <typename Widget> Widget *child(const QString &name = {}) const
-    {
-        return m_view->findChild<Widget *>(name);
-    }
-    QTabWidget *tabs() const { return child<QTabWidget>(); }
-
-    QString cell(const QString &table, const QString &row, int column) const
-    {
-        auto *widget = child<QTableWidget>(table);
-        const auto items = widget->findItems(row, Qt::MatchExactly);
-        return items.isEmpty() ? "no such row" : widget->item(items.first()->row(), column)->text();
-    }
-
-    // The value label beside a name, in whichever panel.
-    QString panelValue(const QString &name) const
-    {
-        const auto names = m_view->findChildren<QLabel *>("PanalBodyKeyName");
-        const auto values = m_view->findChildren<QLabel *>("PanalBodyKeyValue");
-        for (int i = 0; i < names.size(); ++i) {
-            if (names.at(i)->text() == name)
-                return values.at(i)->text();
-        }
-        return "no such panel row";
-    }
-
-    void doubleClick(const QString &table, const QString &row)
-    {
-        auto *widget = child<QTableWidget>(table);
-        emit widget->cellDoubleClicked(widget->findItems(row, Qt::MatchExactly).first()->row(), 1);
-    }
-
-    void click(const QString &button) { child<QPushButton>(button)->click(); }
-
-    // What was posted: "type argument".
-    QStringList sent() const
-    {
-        QStringList result;
-        for (const QList<QVariant> &arguments : *m_posted)
-            result.append(arguments.at(0).toString() + ' '
-                          + arguments.at(1).value<Event>().value("controlValue").toString());
-        return result;
-    }
-
-    std::unique_ptr<tavoView> m_view;
-    std::unique_ptr<QSignalSpy> m_posted;
 };
 
 QTEST_MAIN(tst_TavoView)

@@ -1,9 +1,10 @@
-#include "view/energystate.h"
-#include "view/msgbox.h"
-#include "view/tavoview.h"
+#include "diagram/energystate.h"
+#include "dialogs/msgbox.h"
+#include "tavoview.h"
 
 #include <QAbstractButton>
 #include <QLabel>
+#include <QTableWidget>
 #include <QTabWidget>
 #include <QTranslator>
 #include <QtTest>
@@ -70,12 +71,12 @@ private slots:
             for (const QWidget *widget :
                  view.findChildren<QWidget *>() + box.findChildren<QWidget *>())
                 texts += textsOf(widget);
-            for (const auto &panel : energyState(report).panels) {
+            for (const auto &panel : energyState(deviceFamily(), report).panels) {
                 for (const EnergyLine &line : panel)
                     texts += QStringList { line.label, line.value };
             }
         }
-        QVERIFY(texts.contains(QString::fromUtf8("单体浮充电压:")));
+        QVERIFY(texts.contains(QString::fromUtf8("单体浮充电压：")));
         QVERIFY(texts.contains(QString::fromUtf8("电池电压低")));
         QCOMPARE(untranslated(texts), QStringList());
     }

@@ -1,10 +1,10 @@
-// The simulated UPS by itself: its behaviour in time and its scripts.
+// The simulated UPS by itself: its behaviour in time, its scripts and its doors for tests.
 
-#include "tools/upssim/simulator.h"
-
-#include <QTest>
+#include "guardedtest.h"
+#include "simulator.h"
 
 using namespace registermap;
+using namespace upssim;
 
 namespace {
 
@@ -36,9 +36,33 @@ bool isSubsequence(const Contents &expected, const Contents &all)
     return found == expected.size();
 }
 
+bool act(Simulator &simulator, const QString &action)
+{
+    const auto understood = parseAction(action);
+    return understood && simulator.perform(*understood);
+}
+
+// What reads of all areas see, by identifier.
+QMap<int, int> registers(Simulator &simulator)
+{
+    QMap<int, int> all;
+    const modbus_mapping_t &mapping = *simulator.registers().mapping();
+    for (const Block &block : blocks) {
+        if (simulator.registers().handle({ block.function, block.address, block.count, {} }) != 0)
+            return {};
+        for (int i = 0; i < block.count; ++i) {
+            const int at = block.address + i;
+            all[block.firstId + i] = block.function == 2 ? mapping.tab_input_bits[at]
+                : block.function == 3                    ? mapping.tab_registers[at]
+                                                         : mapping.tab_input_registers[at];
+        }
+    }
+    return all;
+}
+
 } // namespace
 
-class tst_UpsSim : public QObject
+class tst_UpsSim : public GuardedTest
 {
     Q_OBJECT
 
@@ -115,10 +139,35 @@ private slots:
                      { "nan mains off", "line 1" },
                      { "\x7f\x45LF\x01\x02\n\n", "line 1" } };
         for (const auto &row : rows) {
-            QString error;
-            QVERIFY2(!parseScript(QString::fromLatin1(row.script), &error), row.script);
+            const QString error = parseScript(QString::fromLatin1(row.script)).error();
             QVERIFY2(error.contains(QLatin1String(row.reason)), qPrintable(error));
         }
+    }
+
+    // Every register of every area shows what a test wants it to show, and then its own again.
+    void registersCanBeForced()
+    {
+        Simulator simulator(1, 0);
+        Simulator twin(1, 0);
+        const QMap<int, int> own = registers(twin);
+        QCOMPARE(own.size(), eventCount + settingCount + measurementCount);
+        QMap<int, int> forced;
+        for (const int id : own.keys()) {
+            const int raw = id < firstSetting ? 1 - own[id] : 65535 - id;
+            forced[id] = raw;
+            QVERIFY(act(simulator, QStringLiteral("register %1 %2").arg(id).arg(raw)));
+        }
+        run(simulator, 0.1);
+        run(twin, 0.1);
+        QCOMPARE(registers(simulator), forced);
+        QVERIFY(!act(simulator, QStringLiteral("register 3105 1")));
+
+        // What a client writes is what it reads.
+        for (Simulator *each : { &simulator, &twin })
+            QCOMPARE(each->registers().handle({ 6, 5, 1, { 18 } }), 0);
+        QCOMPARE(registers(simulator)[3005], 18);
+        QVERIFY(act(simulator, QStringLiteral("registers free")));
+        QCOMPARE(registers(simulator), registers(twin));
     }
 };
 

@@ -1,42 +1,21 @@
 #include "displaytext.h"
 
+#include <cmath>
+
 namespace {
 
-constexpr int BatteryTypeId = 3045;
-
-struct CellRange
+QString dateText(const ParameterInformation &record, const DataReport &report)
 {
-    int dataId;
-    int min[2]; // raw, by battery type: 0 VRLA, 1 lithium
-    int max[2];
-};
-
-// clang-format off
-constexpr CellRange cellRanges[] = {
-    { 3007, { 210, 330 }, { 235, 415 } }, // float charge
-    { 3008, { 220, 330 }, { 245, 415 } }, // boost charge
-    { 3009, { 160, 260 }, { 185, 280 } }, // end of discharge at 0.6 C
-    { 3010, { 165, 265 }, { 190, 285 } }, // end of discharge at 0.15 C
-};
-// clang-format on
-
-QString decimal(const DataReport &report, int id, int precision)
-{
-    return QString::number(static_cast<double>(numberAt(report, id)), 'f', precision);
-}
-
-template <typename ToText> QString triple(const ParameterInformation &record, ToText toText)
-{
-    return QStringList { toText(record.dataId), toText(record.dataId + 1),
-                         toText(record.dataId + 2) }
-        .join(QLatin1Char('/'));
+    QStringList numbers;
+    for (int i = 0; i < 3; ++i)
+        numbers.append(QString::number(integerAt(report, record.dataId + i)));
+    return numbers.join(QLatin1Char('/'));
 }
 
 QString optionText(const ParameterInformation &record, const DataReport &report)
 {
     // Two options with one value: the one that sorts first is shown, as QMap::key() finds it.
-    const int value = integerAt(report, record.dataId);
-    const QString option = record.combo.key(value);
+    const QString option = record.combo.key(optionAt(record, report));
     return option.isNull() ? QString() : option + record.unit;
 }
 
@@ -48,14 +27,13 @@ QString displayText(const ParameterInformation &record, const DataReport &report
     case IntegerValue:
         return QString::number(integerAt(report, record.dataId)) + record.unit;
     case DateValue:
-        return triple(record, [&](int id) { return QString::number(integerAt(report, id)); })
-            + record.unit;
+        return dateText(record, report) + record.unit;
     case OneDecimal:
-        return decimal(report, record.dataId, 1) + record.unit;
+        return decimalAt(report, record.dataId, 1) + record.unit;
     case ThreePhases:
-        return triple(record, [&](int id) { return decimal(report, id, 1); }) + record.unit;
+        return phasesAt(report, record.dataId, 1) + record.unit;
     case TwoDecimals:
-        return decimal(report, record.dataId, 2) + record.unit;
+        return decimalAt(report, record.dataId, 2) + record.unit;
     case TextValue:
         return textAt(report, record.dataId, record.length);
     case OptionValue:
@@ -63,6 +41,14 @@ QString displayText(const ParameterInformation &record, const DataReport &report
     default:
         return {};
     }
+}
+
+int optionAt(const ParameterInformation &record, const DataReport &report)
+{
+    const auto half = record.combo.constFind(QStringLiteral("0.5"));
+    const bool isHalf = half != record.combo.constEnd()
+        && std::fabs(numberAt(report, record.dataId) - 0.5f) < 0.01f;
+    return isHalf ? *half : integerAt(report, record.dataId);
 }
 
 QString boundText(const ParameterInformation &record, int rawBound)
@@ -78,17 +64,19 @@ QString rangeText(const ParameterInformation &record)
                                        boundText(record, record.max));
 }
 
-void applyBatteryType(const QList<ParameterInformation *> &records, const DataReport &report)
+void applyBatteryType(const Family &family, const tavoViewData &data, const DataReport &report)
 {
-    const int type = integerAt(report, BatteryTypeId);
-    if (type != 0 && type != 1)
+    const int type = integerAt(report, family.ids.batteryType);
+    if (type < 0 || type >= batteryTypeCount)
         return;
-    for (ParameterInformation *record : records) {
-        for (const CellRange &range : cellRanges) {
-            if (record->dataId != range.dataId)
+    const auto settings = data.getBasicConfig() + data.getBatteryConfig() + data.getAdjustConfig()
+        + data.getDevInfoConfig();
+    for (ParameterInformation *record : settings) {
+        for (const CellRangeRow &row : family.cellRanges) {
+            if (record->dataId != row.dataId)
                 continue;
-            record->min = range.min[type];
-            record->max = range.max[type];
+            record->min = row.byBatteryType[type].min;
+            record->max = row.byBatteryType[type].max;
         }
     }
 }

@@ -1,20 +1,11 @@
 #pragma once
 
+#include "parameterrow.h"
+
 #include <QList>
 #include <QMap>
 #include <QString>
 #include <QStringList>
-
-/** How a value is shown; codes that are missing here show nothing. */
-enum DisplayType {
-    IntegerValue = 0, ///< "%d" and the unit
-    DateValue = 1,    ///< "%d/%d/%d" of three identifiers and the unit
-    OneDecimal = 4,   ///< "%.1f" and the unit
-    ThreePhases = 5,  ///< "%.1f/%.1f/%.1f" of three identifiers and the unit
-    TwoDecimals = 6,  ///< "%.2f" and the unit
-    TextValue = 9,    ///< one character code for each of `length` identifiers
-    OptionValue = 11, ///< the text of the option with this value, and the unit
-};
 
 /**
  * The description of one value that is shown, or of one setting that can be changed.

@@ -1,45 +1,18 @@
 #include "tavo_6_20k_view.h"
 
-#include "alarmtexts.h"
-#include "devicepages.h"
+#include "lookup.h"
 
 namespace {
 
-constexpr int FamilyCode = 299;
-
-// The texts are marked in the tables and translated here, in the family's context.
-QString translated(const char *text)
-{
-    return *text == '\0' ? QString() : tavo_6_20k_View::tr(text);
-}
-
-void addOptions(ParameterInformation &record, const OptionList &options)
+void addOptions(ParameterInformation &record, const char *context, Rows<OptionRow> options)
 {
     QStringList texts;
     QList<float> values;
-    for (std::size_t i = 0; i < options.count; ++i) {
-        texts.append(translated(options.texts[i]));
-        if (options.values)
-            values.append(options.values[i]);
+    for (const OptionRow &option : options) {
+        texts.append(translated(context, option.text));
+        values.append(option.value);
     }
-    if (options.values)
-        record.addCombo(texts, values);
-    else
-        record.addCombo(texts);
-}
-
-template <std::size_t Count>
-void fill(tavoViewData &data, tavoViewData::ParameterList &list, const ParameterRow (&rows)[Count])
-{
-    for (const ParameterRow &row : rows) {
-        ParameterInformation *record =
-            data.addDataDesc(list, translated(row.label), QStringLiteral("-"), translated(row.unit),
-                             row.scale, row.min, row.max);
-        record->dataId = row.dataId;
-        record->type = row.type;
-        record->length = row.length;
-        addOptions(*record, row.options);
-    }
+    record.addCombo(texts, values);
 }
 
 } // namespace
@@ -47,19 +20,33 @@ void fill(tavoViewData &data, tavoViewData::ParameterList &list, const Parameter
 tavo_6_20k_View::tavo_6_20k_View(tavoViewData *parent)
     : tavoViewData(parent)
 {
-    m_devCode = FamilyCode;
-    fill(*this, m_deviceData, DevicePages::deviceRows);
-    fill(*this, m_batteryData, DevicePages::batteryRows);
-    fill(*this, m_recInvData, DevicePages::recInvRows);
-    fill(*this, m_inputData, DevicePages::inputRows);
-    fill(*this, m_outputData, DevicePages::outputRows);
-    fill(*this, m_bypassData, DevicePages::bypassRows);
-    fill(*this, m_basicConfig, DevicePages::basicConfigRows);
-    fill(*this, m_batteryConfig, DevicePages::batteryConfigRows);
-    fill(*this, m_adjustConfig, DevicePages::adjustConfigRows);
-    fill(*this, m_devInfoConfig, DevicePages::devInfoConfigRows);
-    for (const char *text : AlarmTexts::texts)
-        m_alarmList.append(translated(text));
+    const Family &family = deviceFamily();
+    m_devCode = family.deviceCode;
+    const auto fill = [&](ParameterList &list, Rows<ParameterRow> rows) {
+        for (const ParameterRow &row : rows) {
+            const char *const context = family.parameterContext;
+            ParameterInformation *record =
+                addDataDesc(list, translated(context, row.label), QStringLiteral("-"),
+                            translated(context, row.unit), row.scale, row.min, row.max);
+            record->dataId = row.dataId;
+            record->type = row.type;
+            record->length = row.length;
+            addOptions(*record, context, row.options);
+        }
+    };
+    fill(m_deviceData, family.pages.device);
+    fill(m_batteryData, family.pages.battery);
+    fill(m_recInvData, family.pages.recInv);
+    fill(m_inputData, family.pages.input);
+    fill(m_outputData, family.pages.output);
+    fill(m_bypassData, family.pages.bypass);
+    fill(m_basicConfig, family.pages.basicConfig);
+    fill(m_batteryConfig, family.pages.batteryConfig);
+    fill(m_adjustConfig, family.pages.adjustConfig);
+    fill(m_specialConfig, family.pages.specialConfig);
+    fill(m_devInfoConfig, family.pages.devInfoConfig);
+    for (const EventRow &row : family.events)
+        m_alarmList.append(translated("tavoFont", row.text));
 }
 
 tavo_6_20k_View::~tavo_6_20k_View()

@@ -3,9 +3,10 @@
 #include "tavoviewdata.h"
 
 /**
- * The parameters and alarm texts of the three-phase 6-20 kVA models.
+ * The parameters and alarm texts of the plug-in's model family.
  *
- * Everything is translated when the object is made.
+ * The name is bound; what it holds is the family's. Everything is translated when the object is
+ * made.
  */
 class tavo_6_20k_View : public tavoViewData
 {

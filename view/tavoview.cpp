@@ -1,43 +1,40 @@
 #include "tavoview.h"
 
-#include "controlbuttons.h"
-#include "dialog.h"
+#include "answers/requeststatus.h"
+#include "banner/statebanner.h"
+#include "diagram/energyline.h"
 #include "displaytext.h"
-#include "energyline.h"
-#include "lookonly.h"
-#include "msgbox.h"
-#include "recordtable.h"
-#include "upgraderun.h"
-#include "valuepanel.h"
-#include "viewstyle.h"
+#include "hostvocabulary.h"
+#include "pages/alarmpage.h"
+#include "pages/controlactions.h"
+#include "pages/controlpage.h"
+#include "pages/historynote.h"
+#include "pages/maintenancepage.h"
+#include "pages/overviewpage.h"
+#include "pages/realdatapage.h"
+#include "pages/settingseditor.h"
+#include "pages/settingstable.h"
+#include "pages/settingstabs.h"
+#include "pages/valuepanel.h"
+#include "style/viewstyle.h"
+#include "trends/trendpanel.h"
 
 #include <QAbstractButton>
 #include <QBoxLayout>
-#include <QDateTimeEdit>
-#include <QFile>
-#include <QFileDialog>
+#include <QHideEvent>
 #include <QLabel>
-#include <QPointer>
 #include <QScrollArea>
 #include <QStackedWidget>
 #include <QTabWidget>
 
-namespace {
-
-constexpr int Gap = 16; // between cards and groups
-constexpr int PanelColumns = 3;
-
-QFont viewFont(int pointSize, QFont::Weight weight = QFont::Normal)
-{
-    return QFont(QStringLiteral("Microsoft YaHei"), pointSize, weight);
-}
-
-} // namespace
+using namespace HostContract;
 
 tavoView::tavoView(QWidget *parent)
     : CollectView(parent)
+    , m_actions(new ControlActions(*this, m_family))
+    , m_requests(new RequestStatus(m_family, this))
 {
-    setFont(viewFont(10));
+    setFont(QFont(QStringLiteral("Microsoft YaHei"), 10));
 }
 
 tavoView::~tavoView()
@@ -56,8 +53,14 @@ void tavoView::refreshLayout()
         m_tabs->addTab(createOverviewPage(), tr("Overview"));
         m_tabs->addTab(createAlarmPage(), tr("Alarm"));
         m_tabs->addTab(createRealDataPage(), tr("RT-data"));
-        m_tabs->addTab(createControlPage(), tr("Control"));
-        m_tabs->addTab(createMaintenancePage(), tr("Maintenance"));
+        createSettings();
+        const char *const clicked = SLOT(pushButtonSlot());
+        m_controlPage = new ControlPage(m_family.commands, m_settings, this, clicked, m_tabs);
+        m_maintenancePage = new MaintenancePage(m_family.commands, this, clicked, m_tabs);
+        connect(m_actions, &ControlActions::downloadBegins, &m_maintenancePage->history(),
+                &HistoryNote::begin);
+        m_tabs->addTab(m_controlPage, tr("Control"));
+        m_tabs->addTab(m_maintenancePage, tr("Maintenance"));
         auto *grid = new QGridLayout(this);
         grid->setObjectName(QStringLiteral("tavoView_grid"));
         grid->setContentsMargins(8, 8, 8, 8);
@@ -67,7 +70,11 @@ void tavoView::refreshLayout()
         QStackedWidget *stack = createStack("devStacketTable", this); // spelling is bound by name
         stack->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
         grid->addWidget(stack, 0, 1);
-        createDialog();
+        m_banner = new StateBanner(this);
+        grid->setMenuBar(m_banner); // above the grid, whose cells keep their places
+        connectRequests();
+        // An upgrade covers the pages only: disabled tabs would lose their titles.
+        m_actions->setPages(m_tabs->currentWidget()->parentWidget());
         spreadFont(*this);
         applyUserLevel();
         showStale();
@@ -79,20 +86,15 @@ void tavoView::refreshLayout()
 QWidget *tavoView::createOverviewPage()
 {
     m_diagram = new Energyline(this);
-    QScrollArea *page = createScrollPage(m_diagram, m_tabs);
-    page->setObjectName(QStringLiteral("OverviewTable"));
-    return page;
+    m_overviewTrends = new TrendPanel(m_trends, this);
+    return createScrollPage("OverviewTable", new OverviewPage(m_diagram, m_overviewTrends), m_tabs);
 }
 
 QWidget *tavoView::createAlarmPage()
 {
-    auto *page = new QWidget(m_tabs);
-    page->setObjectName(QStringLiteral("AlarmTable"));
     // Titles follow the cells: the time stands first.
-    m_recordTable = new RecordTable({ tr("Data/Time"), tr("Event description") }, page);
-    auto *column = new QVBoxLayout(page);
-    column->addWidget(m_recordTable);
-    return page;
+    m_alarms = new AlarmPage({ tr("Data/Time"), tr("Event description") }, m_tabs);
+    return m_alarms;
 }
 
 QWidget *tavoView::createRealDataPage()
@@ -109,43 +111,19 @@ QWidget *tavoView::createRealDataPage()
         { tr("BATTERY"), m_viewData.getBatteryData() },
         { tr("REC/INV"), m_viewData.getRecInvData() },
     };
-    auto *contents = new QWidget(m_tabs);
-    auto *grid = new QGridLayout(contents);
-    grid->setSpacing(Gap);
-    int place = 0;
+    m_realData = new RealDataPage(m_tabs);
+    QList<QLabel *> labels;
     for (const auto &panel : panels) {
-        QWidget *card = ShowPanalView(contents, panel.title, panel.records, m_panelLabels);
-        m_panelRecords += panel.records;
-        grid->addWidget(card, place / PanelColumns, place % PanelColumns);
-        ++place;
+        if (panel.records.isEmpty())
+            continue; // the family has no such part
+        m_realData->addPanel(ShowPanalView(m_realData, panel.title, panel.records, labels));
     }
-    for (int column = 0; column < PanelColumns; ++column)
-        grid->setColumnStretch(column, 1);
-    grid->setRowStretch(grid->rowCount(), 1);
-    QScrollArea *page = createScrollPage(contents, m_tabs);
-    page->setObjectName(QStringLiteral("realDataTable"));
-    return page;
+    m_realDataTrends = new TrendPanel(m_trends, m_realData);
+    m_realData->addTrends(m_realDataTrends);
+    return createScrollPage("realDataTable", m_realData, m_tabs);
 }
 
-QWidget *tavoView::createControlPage()
-{
-    m_controlPage = new QWidget(m_tabs);
-    m_controlPage->setObjectName(QStringLiteral("ControlTable"));
-    auto *grid = new QGridLayout(m_controlPage);
-    grid->setObjectName(QStringLiteral("ControlGrid"));
-    const int row = addControlButtons(*grid, ControlPage::Control, this, SLOT(pushButtonSlot()));
-    auto *title = new QLabel(tr("Configuration"), m_controlPage);
-    title->setObjectName(QStringLiteral("DevBigTitle"));
-    title->setStyleSheet(QStringLiteral("margin-top:20px"));
-    title->setFont(viewFont(13, QFont::Bold));
-    title->setIndent(0);
-    grid->addWidget(title, row, 0, 1, -1);
-    grid->addWidget(createConfiguration(), row + 1, 0, 1, -1);
-    grid->setRowStretch(row + 1, 1);
-    return m_controlPage;
-}
-
-QWidget *tavoView::createConfiguration()
+void tavoView::createSettings()
 {
     const struct
     {
@@ -158,52 +136,31 @@ QWidget *tavoView::createConfiguration()
         { "adjustTable", tr("Adjusting parameters"), m_viewData.getAdjustConfig() },
         { "devinforTable", tr("UPS information"), m_viewData.getDevInfoConfig() },
     };
-    QStackedWidget *stack = createStack("configStack", m_controlPage);
-    auto *tabs = new QTabWidget(stack);
+    m_settings = new SettingsTabs(m_tabs);
     for (const auto &page : pages) {
+        if (page.records.isEmpty())
+            continue;
         QTableWidget *table = nullptr;
         initialConfigTable(QString::fromLatin1(page.objectName), page.records, table);
-        m_settings.append({ table, page.records, {} });
-        tabs->addTab(table, page.title);
+        m_settings->addTable(table, page.title);
         connect(table, SIGNAL(cellDoubleClicked(int, int)), this,
                 SLOT(slot_doubleClicked(int, int)));
     }
-    keepDisabledTabs(*tabs, font());
-    new LookOnly(*tabs);
-    stack->addWidget(tabs);
-    return stack;
-}
-
-QWidget *tavoView::createMaintenancePage()
-{
-    auto *page = new QWidget(m_tabs);
-    page->setObjectName(QStringLiteral("MaintainTable"));
-    auto *grid = new QGridLayout(page);
-    const int row =
-        addControlButtons(*grid, ControlPage::Maintenance, this, SLOT(pushButtonSlot()));
-    grid->setRowStretch(row, 1);
-    return page;
-}
-
-void tavoView::createDialog()
-{
-    m_dialog = new Dialog(this);
-    connect(m_dialog, &Dialog::postDEvent, this, [this](int type, const auto &map) {
-        for (const SettingsTable &settings : qAsConst(m_settings))
-            showEnteredValue(settings, m_editedRecord);
-        emit postDEvent(type, map);
-    });
+    m_settings->finish(font());
+    m_editor = new SettingsEditor(*m_settings, this);
+    connect(m_editor, &SettingsEditor::postDEvent, this, &tavoView::postDEvent);
+    connect(m_actions, &ControlActions::upgradeBegins, m_editor, &SettingsEditor::close);
 }
 
 void tavoView::initialConfigTable(QString objectName, QList<ParameterInformation *> list,
                                   QTableWidget *&table)
 {
-    table = createSettingsTable(objectName,
-                                { tr("Parameter"), tr("Current settings"), tr("Range") }, list);
+    table = new SettingsTable(objectName, { tr("Parameter"), tr("Current settings"), tr("Range") },
+                              list);
 }
 
-QWidget *tavoView::ShowPanalView(QWidget *parent, QString title, QList<ParameterInformation *> list,
-                                 QList<QLabel *> &labels)
+ValuePanel *tavoView::ShowPanalView(QWidget *parent, QString title,
+                                    QList<ParameterInformation *> list, QList<QLabel *> &labels)
 {
     auto *panel = new ValuePanel(title, list, parent);
     labels += panel->valueLabels();
@@ -222,24 +179,15 @@ void tavoView::flushData(QMap<int, QVariant> report)
     m_hasReport = m_hasReport || !report.isEmpty();
     // Both follow every report, whichever tab is current: the time of an event is when it was
     // first seen, and the dialog checks against the ranges of the current battery type.
-    m_eventRecord.update(report, m_viewData.getAlarmList().size(), QDateTime::currentDateTime());
-    applyBatteryType(m_viewData.getBasicConfig(), report);
+    const QDateTime now = QDateTime::currentDateTime();
+    const QVector<RecordedEvent> appeared =
+        m_eventRecord.update(report, m_viewData.getAlarmList().size(),
+                             m_news ? m_news->onsets() : QMap<int, EventOnset>(), now);
+    keepTrends(appeared, now);
+    applyBatteryType(m_family, m_viewData, report);
+    m_requests->takeReport(report);
+    showState();
     refreshData();
-}
-
-void tavoView::flushUpsInfo(QString key, QVariant value)
-{
-    CollectView::flushUpsInfo(key, value);
-    if (m_tabs && key == QLatin1String("state"))
-        showStale();
-}
-
-void tavoView::showStale()
-{
-    const bool stale = deviceInformation.value(QStringLiteral("state")).toInt() == 1;
-    m_diagram->setStale(stale);
-    for (QLabel *label : qAsConst(m_panelLabels))
-        showAsStale(*label, stale);
 }
 
 void tavoView::refreshData()
@@ -255,36 +203,29 @@ void tavoView::UpdatePointTabInfo(int tab)
     switch (tab) {
     case OverviewTab:
         m_diagram->flushData(dataReport);
+        if (m_link.isLost()) // with the date, once that is not today's any more
+            m_diagram->setStale(true, m_link.text(QDate::currentDate()));
+        m_overviewTrends->refresh();
         break;
     case AlarmTab:
-        m_recordTable->showEvents(m_eventRecord.events(), m_viewData.getAlarmList());
+        showAlarms();
         break;
     case RealDataTab:
-        refreshPanels();
+        m_realData->showReport(dataReport);
+        m_realDataTrends->refresh();
         break;
     case ControlTab:
-        for (SettingsTable &settings : m_settings)
-            refreshSettingsTable(settings, dataReport);
+        m_settings->showReport(dataReport);
         break;
     default:
         break;
     }
 }
 
-void tavoView::refreshPanels()
-{
-    for (int i = 0; i < m_panelLabels.size(); ++i) {
-        const ParameterInformation *record = m_panelRecords.at(i);
-        const QString text =
-            dataReport.contains(record->dataId) ? getPvalue(record) : QStringLiteral("-");
-        if (m_panelLabels.at(i)->text() != text)
-            m_panelLabels.at(i)->setText(text);
-    }
-}
-
 void tavoView::setUserInfo(QString user, int level)
 {
     CollectView::setUserInfo(user, level);
+    m_actions->setUserLevel(level);
     if (m_tabs)
         applyUserLevel();
 }
@@ -292,109 +233,48 @@ void tavoView::setUserInfo(QString user, int level)
 void tavoView::applyUserLevel()
 {
     const bool mayControl = userLevel != 0;
+    showReason();
     m_controlPage->setEnabled(mayControl);
     m_tabs->setTabEnabled(MaintenanceTab, mayControl);
     // The tab bar does not measure a tab again when it is only disabled.
     m_tabs->setTabVisible(MaintenanceTab, mayControl);
     if (!mayControl)
-        m_dialog->reject();
+        m_editor->close();
 }
 
 void tavoView::slot_doubleClicked(int row, int)
 {
-    for (const SettingsTable &settings : qAsConst(m_settings)) {
-        if (settings.table != sender() || row < 0 || row >= settings.records.size())
-            continue;
-        m_editedRecord = settings.records.at(row);
-        m_dialog->initial(m_editedRecord);
-        if (dataReport.contains(m_editedRecord->dataId))
-            m_dialog->selectOption(integerAt(dataReport, m_editedRecord->dataId));
-        m_dialog->setDevName(deviceName);
-        if (userLevel > 0)
-            showDialog();
-    }
+    const auto *table = qobject_cast<const SettingsTable *>(sender());
+    ParameterInformation *record = table ? table->recordAt(row) : nullptr;
+    if (!record)
+        return;
+    m_editor->load(record, dataReport, deviceName);
+    if (userLevel > 0)
+        m_editor->show();
 }
 
-void tavoView::showDialog()
+void tavoView::tellOfHistory(const HistoryOutcome &outcome)
 {
-    if (!m_dialog->isVisible())
-        return m_dialog->show();
-    m_dialog->raise(); // it may be behind another window
-    m_dialog->activateWindow();
+    if (m_maintenancePage)
+        m_maintenancePage->history().end(outcome);
 }
 
-void tavoView::setUpgradePlanner(UpgradePlanner planner)
+// A host that shows another device must not leave this one's dialog over it.
+void tavoView::hideEvent(QHideEvent *event)
 {
-    m_upgradePlanner = std::move(planner);
+    if (m_editor && !event->spontaneous())
+        m_editor->close();
+    CollectView::hideEvent(event);
+}
+
+void tavoView::setUpgradeDevice(UpgradeDevice *device)
+{
+    m_actions->setUpgradeDevice(device);
 }
 
 void tavoView::pushButtonSlot()
 {
-    const auto *button = qobject_cast<const QAbstractButton *>(sender());
-    if (!button)
-        return;
-    const QString name = button->objectName();
-    const QPointer<tavoView> alive(this);
-    const bool isConfirmed = MsgBox::ask(this, MsgBox::Question, button->text() + QLatin1Char('?'));
-    // The host goes on meanwhile: it may have closed the view or logged the user off.
-    if (isConfirmed && alive && userLevel != 0)
-        dispatch(name);
-}
-
-void tavoView::dispatch(const QString &name)
-{
-    for (const ControlCommandRow &row : ControlTables::commands) {
-        if (name == QLatin1String(row.name)) {
-            control(row.command, QString());
-            return;
-        }
-    }
-    if (name == QLatin1String("timeSet")) {
-        setTime();
-    } else if (name == QLatin1String("ups_upgrade")) {
-        control(ControlTables::Upgrade, QString());
-        if (m_upgradePlanner && m_tabs)
-            upgrade();
-    } else if (name == QLatin1String("download_history_log")) {
-        downloadHistory();
-    } else {
-        control(ControlTables::SetParameter, QString::fromLatin1(ControlTables::OtherArgument));
-    }
-}
-
-void tavoView::upgrade()
-{
-    m_dialog->reject(); // no setting may be sent meanwhile
-    // Over the pages only: disabled tabs would lose their titles.
-    UpgradeRun::begin(m_tabs->currentWidget()->parentWidget(), m_upgradePlanner());
-}
-
-void tavoView::setTime()
-{
-    const auto *editor = findChild<QDateTimeEdit *>(QStringLiteral("timeEdit"));
-    if (editor)
-        control(ControlTables::SetTime, editor->text());
-}
-
-void tavoView::downloadHistory()
-{
-    const QPointer<tavoView> alive(this);
-    QFileDialog dialog(nullptr, tr("Save"), QString(), tr("files(*.csv)"));
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    placeOver(this, dialog);
-    // A cancelled dialog still sends the command, with an empty name: the host expects it.
-    const QString name =
-        dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
-    if (!alive || userLevel == 0)
-        return;
-    if (!name.isEmpty()) {
-        QFile file(name);
-        if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
-            qWarning("tavoView: cannot write %s: %s", qPrintable(name),
-                     qPrintable(file.errorString()));
-            MsgBox::ask(this, MsgBox::Notice, tr("The file cannot be written!"));
-            return; // intended: a command with this name could only fail as well
-        }
-    }
-    control(ControlTables::DownloadHistory, name);
+    m_actions->setDeviceName(deviceName);
+    if (const auto *button = qobject_cast<const QAbstractButton *>(sender()))
+        m_actions->press(*button);
 }

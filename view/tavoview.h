@@ -1,18 +1,28 @@
 #pragma once
 
-#include "eventrecord.h"
-#include "plugin/collectview.h"
-#include "settingstable.h"
+#include "collectview.h"
+#include "family.h"
+#include "linkwatch.h"
+#include "pages/eventrecord.h"
 #include "tavo_6_20k_view.h"
-#include "upgradeplan.h"
+#include "trends/trendstore.h"
 
-#include <functional>
-
-class Dialog;
+class AlarmPage;
+class ControlActions;
+class ControlPage;
 class Energyline;
+class MaintenancePage;
 class QLabel;
 class QTabWidget;
-class RecordTable;
+class QTableWidget;
+class RealDataPage;
+class RequestStatus;
+class SettingsEditor;
+class SettingsTabs;
+class StateBanner;
+class TrendPanel;
+class UpgradeDevice;
+class ValuePanel;
 
 /**
  * The device's widget in the host application.
@@ -28,9 +38,6 @@ class tavoView : public CollectView
     Q_OBJECT
 
 public:
-    /** Says what an upgrade does; asked when it begins. */
-    using UpgradePlanner = std::function<UpgradePlan()>;
-
     /** The pages, in the order of their tabs. */
     enum Tab { OverviewTab, AlarmTab, RealDataTab, ControlTab, MaintenanceTab };
 
@@ -62,11 +69,19 @@ public:
                             QTableWidget *&table);
 
     /** Builds a panel of names and values; its value labels are added to `labels`. */
-    QWidget *ShowPanalView(QWidget *parent, QString title, QList<ParameterInformation *> list,
-                           QList<QLabel *> &labels);
+    ValuePanel *ShowPanalView(QWidget *parent, QString title, QList<ParameterInformation *> list,
+                              QList<QLabel *> &labels);
 
-    /** Without a planner an upgrade ends with its command. */
-    void setUpgradePlanner(UpgradePlanner planner);
+    /** Shows what the client tells, too. `news` must outlive the view. */
+    void follow(ClientNews &news);
+
+    /** Sets the device to be upgraded, which must outlive the view; without one an upgrade ends
+     *  with its command. */
+    void setUpgradeDevice(UpgradeDevice *device);
+
+protected:
+    void hideEvent(QHideEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
 public slots:
     /** Opens the dialog for the setting at `row` of the table that sent the signal. */
@@ -79,30 +94,35 @@ private:
     QWidget *createOverviewPage();
     QWidget *createAlarmPage();
     QWidget *createRealDataPage();
-    QWidget *createControlPage();
-    QWidget *createConfiguration();
-    QWidget *createMaintenancePage();
-    void createDialog();
+    void createSettings();
     void applyUserLevel();
-    void showDialog();
-    void refreshPanels();
+    void connectRequests();
+    void takeNews();
     void showStale();
-    void dispatch(const QString &name);
-    void upgrade();
-    void setTime();
-    void downloadHistory();
+    void showReason();
+    void showState();
+    void showAlarms();
+    void keepTrends(const QVector<RecordedEvent> &appeared, const QDateTime &now);
+    void tellOfHistory(const HistoryOutcome &outcome);
 
+    const Family &m_family = deviceFamily();
+    ControlActions *m_actions; // a child
+    RequestStatus *m_requests; // a child
     tavo_6_20k_View m_viewData;
     bool m_hasReport = false; // one with values
     EventRecord m_eventRecord;
+    TrendStore m_trends { m_family };
+    LinkWatch m_link;
     QTabWidget *m_tabs = nullptr; // null until the layout is built
     Energyline *m_diagram = nullptr;
-    RecordTable *m_recordTable = nullptr;
-    QWidget *m_controlPage = nullptr;
-    QList<ParameterInformation *> m_panelRecords; // in the order of m_panelLabels
-    QList<QLabel *> m_panelLabels;
-    QList<SettingsTable> m_settings;
-    Dialog *m_dialog = nullptr;
-    ParameterInformation *m_editedRecord = nullptr;
-    UpgradePlanner m_upgradePlanner;
+    TrendPanel *m_overviewTrends = nullptr;
+    AlarmPage *m_alarms = nullptr;
+    RealDataPage *m_realData = nullptr;
+    StateBanner *m_banner = nullptr;
+    ControlPage *m_controlPage = nullptr;
+    TrendPanel *m_realDataTrends = nullptr;
+    SettingsTabs *m_settings = nullptr;
+    SettingsEditor *m_editor = nullptr;
+    MaintenancePage *m_maintenancePage = nullptr;
+    const ClientNews *m_news = nullptr;
 };

@@ -1,6 +1,6 @@
 #include "devices.h"
 
-#include "comm/modbusframe.h"
+#include "modbus/modbusframe.h"
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
@@ -15,6 +15,7 @@ namespace {
 
 constexpr int headerLength = 6;
 constexpr int crcLength = 2;
+constexpr char silentUnit = 9;
 constexpr int oneIn = 500; // answers, for each kind of misbehaviour
 
 enum Fault { Silent, Cut, Damaged, OtherUnit, Garbage };
@@ -129,7 +130,7 @@ bool Devices::serve(Peer &peer)
 bool Devices::answer(const Peer &peer, const QByteArray &request)
 {
     const unsigned fault = m_random() % oneIn;
-    if (fault == Silent)
+    if (fault == Silent || request.startsWith(silentUnit))
         return true;
     QByteArray reply = pduFor(request);
     if (fault == OtherUnit)
@@ -146,9 +147,10 @@ bool Devices::answer(const Peer &peer, const QByteArray &request)
         reply[reply.size() / 2] = char(~reply.at(reply.size() / 2));
     else if (fault == Garbage)
         reply.prepend("\xff\0\x01\x83", 4);
-    const bool written =
-        send(peer.descriptor, reply.constData(), size_t(reply.size()), MSG_NOSIGNAL) >= 0
-        || write(peer.descriptor, reply.constData(), size_t(reply.size())) >= 0;
+    const auto size = size_t(reply.size());
+    const bool written = (peer.tcp ? send(peer.descriptor, reply.constData(), size, MSG_NOSIGNAL)
+                                   : write(peer.descriptor, reply.constData(), size))
+        >= 0;
     return !peer.tcp || (written && fault != Cut);
 }
 

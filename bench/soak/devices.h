@@ -11,7 +11,7 @@
 /**
  * Simulated devices on pseudo-terminals and on one TCP port, which misbehave now and then.
  *
- * They answer any Modbus request with values made up on the spot; about one answer in a hundred is
+ * Unit 9 never answers. The others answer any Modbus request with values made up on the spot; about one answer in a hundred is
  * missing, cut, damaged, from another unit or preceded by garbage, and some TCP connections end
  * in the middle of one.
  *

@@ -1,12 +1,14 @@
 // Runs many clients at once for as long as wanted and watches that nothing piles up.
 //   kx300_soak PLUGIN SECONDS             50 clients, everything at random
 //   kx300_soak PLUGIN SECONDS --cycles N  one client, made, run and released N times
+#include "mischief.h"
 #include "resources.h"
 #include "soakhost.h"
 
 #include <QApplication>
 #include <QPluginLoader>
 
+#include <atomic>
 #include <cstdio>
 
 namespace {
@@ -19,6 +21,9 @@ constexpr int moreDescriptors = 2;
 constexpr int mostOfLines = 3 * (SoakHost::ownLines + SoakHost::sharedLines);
 constexpr int moreThreads = 2;
 constexpr qint64 moreHeap = 1024; // KiB, and a fifth. What is resident is the allocator's, too.
+
+std::atomic<qint64> lines { 0 }; // of the log
+std::atomic<qint64> warnings { 0 };
 
 void print(const char *what, int number, const Resources &held)
 {
@@ -51,7 +56,13 @@ bool soak(CollectThread &plugin, int seconds)
                 counts.reports.load(), counts.lost.load(), counts.restored.load(),
                 counts.commands.load(), counts.releases, counts.slowestRelease,
                 counts.configurations, counts.views);
-    return counts.reports > 0 && counts.restored > 0 && !hasGrown(first, last);
+    const Mischief &mischief = host.mischief();
+    std::printf("slowest configuration %lld ms, exits of a second host %lld, %lld of them failed, "
+                "spoilt files %lld, lines of the log %lld, warnings %lld\n",
+                counts.slowestConfiguration, mischief.exits(), mischief.failedExits(),
+                mischief.spoiltFiles(), lines.load(), warnings.load());
+    return counts.reports > 0 && counts.restored > 0 && mischief.failedExits() == 0
+        && !hasGrown(first, last);
 }
 
 bool cycle(CollectThread &plugin, int count)
@@ -76,6 +87,8 @@ int main(int argc, char *argv[])
 {
     // The clients' debug lines would drown the report.
     qInstallMessageHandler([](QtMsgType type, const QMessageLogContext &, const QString &text) {
+        ++lines;
+        warnings += type != QtDebugMsg;
         if (type == QtFatalMsg)
             std::fprintf(stderr, "%s\n", qPrintable(text));
     });
@@ -93,6 +106,8 @@ int main(int argc, char *argv[])
         std::fprintf(stderr, "kx300_soak: %s\n", qPrintable(loader.errorString()));
         return 2;
     }
+    if (arguments.at(2) == QLatin1String("--exit"))
+        runAndExit(*plugin, arguments.value(3).toInt());
     const int cycles = arguments.indexOf(QStringLiteral("--cycles")) + 1;
     const bool fine = cycles > 0 ? cycle(*plugin, arguments.value(cycles).toInt())
                                  : soak(*plugin, arguments.at(2).toInt());

@@ -1,6 +1,7 @@
 #include "soakhost.h"
 
-#include "plugin/collectview.h"
+#include "collectview.h"
+#include "hostvocabulary.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -22,6 +23,11 @@ constexpr int commanders = 3; // threads that send commands
 
 // What a host sends; 1018 closes the port, 1045 downloads the history.
 constexpr int commandIds[] = { 1001, 1003, 1006, 1009, 1010, 1011, 1018, 1045, 2016 };
+
+QString configurationFolder()
+{
+    return QCoreApplication::applicationDirPath() + QStringLiteral("/KOVA/TesselView/db");
+}
 
 void process(std::chrono::milliseconds time)
 {
@@ -49,6 +55,7 @@ void SoakHost::round(int seconds)
     for (int i = 0; i < int(m_slots.size()); ++i)
         fill(i);
     m_stop = false;
+    m_mischief.start();
     std::vector<std::thread> threads;
     for (unsigned i = 0; i < commanders; ++i)
         threads.emplace_back([this, i] { sendCommands(i); });
@@ -59,6 +66,7 @@ void SoakHost::round(int seconds)
         process(5ms);
     }
     m_stop = true;
+    m_mischief.stop();
     for (std::thread &thread : threads)
         thread.join();
     releaseAll();
@@ -96,11 +104,11 @@ void SoakHost::fill(int index)
 // Qt guards data that threads share.
 void SoakHost::takeEvent(Slot &slot, int type, const QMap<QString, QVariant> &map)
 {
-    m_counts.lost += type == 1041;
-    m_counts.restored += type == 1040;
+    m_counts.lost += type == HostContract::LinkLostEvent;
+    m_counts.restored += type == HostContract::LinkRestoredEvent;
     if (type != 2007)
         return;
-    const auto data = map.value(QStringLiteral("data")).value<QMap<int, QVariant>>();
+    const auto data = map.value(HostContract::Key::data()).value<QMap<int, QVariant>>();
     QMap<int, QVariant> report;
     for (auto it = data.begin(); it != data.end(); ++it)
         report.insert(report.end(), it.key(), it->toFloat());
@@ -112,8 +120,7 @@ void SoakHost::takeEvent(Slot &slot, int type, const QMap<QString, QVariant> &ma
 // Half of the clients have a line of their own, the others share some; some are on TCP.
 void SoakHost::writeConfiguration(int index)
 {
-    const QString directory =
-        QCoreApplication::applicationDirPath() + QStringLiteral("/KOVA/TesselView/db");
+    const QString directory = configurationFolder();
     QDir().mkpath(directory);
     const int line = index < ownLines ? index : ownLines + int(m_random() % sharedLines);
     QSettings file(directory + QStringLiteral("/dev.ini"), QSettings::IniFormat);
@@ -168,13 +175,14 @@ void SoakHost::act()
             fill(index);
         break;
     case 1:
-        ++m_counts.configurations;
-        writeConfiguration(index);
-        slot.client->loadConfig();
+        configureAnew(index);
         break;
     case 2:
     case 3:
         toggleView(slot);
+        break;
+    case 4:
+        m_mischief.spoilAFile();
         break;
     default:
         slot.client->flushUpsInfo(QStringLiteral("host"), index);
@@ -185,6 +193,25 @@ void SoakHost::act()
         }
         break;
     }
+}
+
+void SoakHost::configureAnew(int index)
+{
+    ++m_counts.configurations;
+    writeConfiguration(index);
+    QElapsedTimer clock;
+    clock.start();
+    m_slots[size_t(index)].client->loadConfig();
+    m_counts.slowestConfiguration = qMax(m_counts.slowestConfiguration, clock.elapsed());
+}
+
+QStringList SoakHost::filesToSpoil() const
+{
+    QStringList files { QStringLiteral("serial.ini"), QStringLiteral("history.txt"),
+                        configurationFolder() + QStringLiteral("/param.ini") };
+    for (int line = 0; line < ownLines + sharedLines; line += 5)
+        files += QStringLiteral("log_%1.log").arg(m_devices.line(line).section('/', -1));
+    return files;
 }
 
 void SoakHost::toggleView(Slot &slot)

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "collectthread.h"
 #include "devices.h"
-#include "plugin/collectthread.h"
+#include "mischief.h"
 
 #include <QMap>
 #include <QVariant>
@@ -21,7 +22,8 @@ struct SoakCounts
     qint64 releases = 0;
     qint64 configurations = 0;
     qint64 views = 0;
-    qint64 slowestRelease = 0; ///< how long the host waited, ms
+    qint64 slowestRelease = 0;       ///< how long the host waited, ms
+    qint64 slowestConfiguration = 0; ///< the same
 };
 
 /**
@@ -48,6 +50,7 @@ public:
     static constexpr int sharedLines = 5;
 
     const SoakCounts &counts() const { return m_counts; }
+    const Mischief &mischief() const { return m_mischief; }
 
 private:
     struct Slot
@@ -63,6 +66,8 @@ private:
     void fill(int index);
     void takeEvent(Slot &slot, int type, const QMap<QString, QVariant> &map);
     void writeConfiguration(int index);
+    void configureAnew(int index);
+    QStringList filesToSpoil() const;
     bool release(int index);
     void releaseAll();
     void act();
@@ -72,6 +77,7 @@ private:
 
     CollectThread &m_plugin;
     Devices m_devices;
+    Mischief m_mischief { filesToSpoil() };
     std::vector<Slot> m_slots;
     SoakCounts m_counts;
     std::mt19937 m_random { 2 }; // GUI thread

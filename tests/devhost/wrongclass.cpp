@@ -1,5 +1,5 @@
-#include "plugin/collectthread.h"
-#include "plugin/collectview.h"
+#include "collectthread.h"
+#include "collectview.h"
 
 /** A plug-in that the host must refuse. */
 class otherClient : public CollectThread

@@ -37,6 +37,8 @@ public:
         return m_output.contains(text);
     }
 
+    bool isRunning() const { return m_process.state() == QProcess::Running; }
+
     void signal(int number) { ::kill(pid_t(m_process.processId()), number); }
 
     /** Waits for the end; -1 after a crash. */

@@ -22,16 +22,19 @@ struct MannerRow
     const char *result; // of the last run
     const char *job;    // result of a job
     bool conditionMet;
+    int exitCode; // of the last run
 };
 
 // clang-format off
 constexpr MannerRow manners[] = {
-    { "Missing",        "not-found", "inactive", "inactive", "success",   "done",   true  },
-    { "Masked",         "masked",    "inactive", "inactive", "success",   "done",   true  },
-    { "FailsToStart",   "loaded",    "failed",   "inactive", "exit-code", "failed", true  },
-    { "Deaf",           "loaded",    "active",   "failed",   "timeout",   "done",   true  },
-    { "ConditionUnmet", "loaded",    "inactive", "inactive", "success",   "done",   false },
-    { "",               "loaded",    "active",   "inactive", "success",   "done",   true  },
+    { "Missing",        "not-found", "inactive", "inactive", "success",   "done",   true,  0 },
+    { "Masked",         "masked",    "inactive", "inactive", "success",   "done",   true,  0 },
+    { "FailsToStart",   "loaded",    "failed",   "inactive", "exit-code", "failed", true,  1 },
+    { "Deaf",           "loaded",    "active",   "failed",   "timeout",   "done",   true,  0 },
+    { "Hung",           "loaded",    "active",   "failed",   "exit-code", "done",   true,  6 },
+    { "Sloppy",         "loaded",    "active",   "failed",   "exit-code", "done",   true,  1 },
+    { "ConditionUnmet", "loaded",    "inactive", "inactive", "success",   "done",   false, 0 },
+    { "",               "loaded",    "active",   "inactive", "success",   "done",   true,  0 },
 };
 // clang-format on
 
@@ -98,6 +101,7 @@ private:
             { "Result", QLatin1String(unit.manner.result) },
             { "ConditionResult", unit.manner.conditionMet },
             { "MainPID", unit.mainPid },
+            { "ExecMainStatus", unit.manner.exitCode },
         };
     }
 

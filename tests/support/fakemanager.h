@@ -9,6 +9,7 @@
  *
  * It knows any unit and pretends to start and stop it; those of these names in their own manner:
  * "Missing", "Masked", "FailsToStart", "Deaf" (has to be killed to stop),
+ * "Hung" (ends itself at its limit), "Sloppy" (its stop ends with an error),
  * "ConditionUnmet" (the job is done, nothing was started),
  * "CrashLoop"      (active, with a new process at each look),
  * "EarlyRemoval"   (the job is removed before the call is answered),

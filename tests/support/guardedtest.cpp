@@ -14,7 +14,7 @@ void GuardedTest::cleanup()
 {
     const QStringList unexpected = m_guard->unexpected();
     m_guard.reset();
-    QCOMPARE(unexpected, QStringList());
+    QVERIFY2(unexpected.isEmpty(), qPrintable(unexpected.join(QLatin1Char(10))));
 }
 
 bool writeFile(const QString &name, const QByteArray &bytes)

@@ -4,7 +4,7 @@
 #include <QtTest>
 
 namespace {
-constexpr int PatienceMs = 60000;
+constexpr int patienceMs = 60000;
 }
 
 void HostProcess::startHost(const QString &plugin, const QStringList &arguments)
@@ -17,7 +17,7 @@ void HostProcess::startHost(const QString &plugin, const QStringList &arguments)
 
 int HostProcess::exitCodeOf()
 {
-    if (state() != NotRunning && !waitForFinished(PatienceMs))
+    if (state() != NotRunning && !waitForFinished(patienceMs))
         return -1;
     return exitStatus() == NormalExit ? exitCode() : -1;
 }
@@ -48,5 +48,15 @@ QList<QJsonObject> HostProcess::events(const QString &device, int type)
 bool HostProcess::waitForEvents(const QString &device, int type, int count)
 {
     const auto there = [&] { return events(device, type).size() >= count; };
-    return QTest::qWaitFor([&] { return there() || state() == NotRunning; }, PatienceMs) && there();
+    return QTest::qWaitFor([&] { return there() || state() == NotRunning; }, patienceMs) && there();
+}
+
+QList<QJsonObject> HostProcess::answers()
+{
+    QList<QJsonObject> found;
+    for (const QJsonObject &object : objects()) {
+        if (object.contains("accepted") || object.contains("delay"))
+            found << object;
+    }
+    return found;
 }

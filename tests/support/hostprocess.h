@@ -24,6 +24,9 @@ public:
     bool waitForEvents(const QString &device, int type, int count = 1);
     QList<QJsonObject> events(const QString &device, int type);
 
+    /** The answers to commands. */
+    QList<QJsonObject> answers();
+
     QString errors() { return QString::fromLocal8Bit(readAllStandardError()); }
 
 private:

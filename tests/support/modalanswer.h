@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QPointer>
+#include <QTest>
 #include <QTimer>
 
 /**
@@ -20,7 +22,10 @@ public:
                 return;
             m_poll.stop();
             m_answered = true;
+            const QPointer<QDialog> shown = dialog;
             action(*dialog);
+            if (shown && QTest::currentTestFailed())
+                shown->reject(); // an action that failed has left it open
         });
         m_poll.start(5);
     }

@@ -1,8 +1,9 @@
 #pragma once
 
-#include "comm/commio.h"
-#include "comm/driverapi.h"
-#include "comm/modbusframe.h"
+#include "modbus/commio.h"
+#include "modbus/driverapi.h"
+#include "modbus/modbusframe.h"
+#include "serial/serialport.h"
 
 /** Reads registers of a ModbusServer as a driver does: the request in two parts, the reply in as
  *  many as the line delivers. @return true when all of it is right */
@@ -21,4 +22,11 @@ inline bool readRegisters(PortDescriptor &port, int address, int count)
         part = port.read(&port, bytes + got, int(sizeof frame) - got);
     return got == length && checkModbufCRC(frame, got) == 0
         && UINT8_2_to_UINT16(frame + 3) == 3 * address;
+}
+
+/** Whether the Modbus device on `port` answers for four registers. */
+inline bool exchanged(SerialPort &port, int address)
+{
+    PortDescriptor handle { &port, CommRead, CommWrite };
+    return readRegisters(handle, address, 4);
 }

@@ -33,14 +33,27 @@ bool UpsSimProcess::start(const QStringList &arguments)
 
 bool UpsSimProcess::perform(const QByteArray &action)
 {
+    return request(action) == "ok " + action.simplified();
+}
+
+QByteArray UpsSimProcess::ask(const QByteArray &question)
+{
+    const QByteArray beginning = "ok " + question + ": ";
+    const QByteArray line = request(question);
+    return line.startsWith(beginning) ? line.mid(beginning.size()) : QByteArray();
+}
+
+// What the simulator answers; what it says in between is skipped.
+QByteArray UpsSimProcess::request(const QByteArray &action)
+{
     m_process.write(action + '\n');
     for (;;) {
         const QByteArray line = readLine();
-        if (line == "ok " + action)
-            return true;
+        if (line.startsWith("ok " + action.simplified()))
+            return line;
         if (line.isEmpty() || line.startsWith("error ")) {
             m_message = QString::fromUtf8(line);
-            return false;
+            return line;
         }
     }
 }

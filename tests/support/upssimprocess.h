@@ -20,6 +20,9 @@ public:
     /** Has the simulator do `action`; true when it did. */
     bool perform(const QByteArray &action);
 
+    /** Asks the simulator: "show state", for instance. @return the answer, empty when there is none */
+    QByteArray ask(const QByteArray &question);
+
     /** Ends it with SIGTERM. @return the exit code, -1 when it did not end by itself */
     int terminate();
 
@@ -28,6 +31,7 @@ public:
     QString message() const { return m_message; }
 
 private:
+    QByteArray request(const QByteArray &action);
     QByteArray readLine();
 
     QTemporaryDir m_folder;

@@ -2,10 +2,7 @@
 
 #include <cerrno>
 #include <unistd.h>
-
-namespace {
-constexpr int LongestLine = 65536;
-}
+#include <utility>
 
 CommandInput::CommandInput(int descriptor, QObject *parent)
     : QObject(parent)
@@ -28,11 +25,26 @@ void CommandInput::read()
         m_rest.append(buffer, int(count));
     if (count <= 0 && !m_rest.isEmpty())
         m_rest.append('\n');
+    takeLines();
+}
+
+void CommandInput::takeLines()
+{
     for (int end = m_rest.indexOf('\n'); end >= 0; end = m_rest.indexOf('\n')) {
-        const QString text = QString::fromLocal8Bit(m_rest.left(end));
+        const QByteArray bytes = m_rest.left(end);
         m_rest.remove(0, end + 1);
-        emit line(text);
+        const bool isTail = std::exchange(m_refusing, false);
+        if (isTail)
+            continue;
+        if (bytes.size() > longestLine)
+            emit refused();
+        else
+            emit line(QString::fromLocal8Bit(bytes));
     }
-    if (m_rest.size() > LongestLine)
-        m_rest.clear();
+    if (m_rest.size() <= longestLine)
+        return;
+    if (!m_refusing)
+        emit refused();
+    m_refusing = true;
+    m_rest.clear();
 }

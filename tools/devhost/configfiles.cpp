@@ -1,20 +1,40 @@
 #include "configfiles.h"
 
+#include "inilines.h"
+#include "systemerror.h"
+
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
 #include <QSettings>
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
+constexpr char serialIni[] = "serial.ini";
+constexpr int mostBytes = 1024 * 1024; // of serial.ini
+
+// From the application's directory to the files, outermost first.
+constexpr const char *directories[] = { "/KOVA", "/KOVA/TesselView", "/KOVA/TesselView/db" };
+constexpr const char *fileNames[] = { "/param.ini", "/dev.ini" };
+
+QString iniDirectory(const QString &applicationDirectory)
+{
+    return applicationDirectory + QLatin1String(directories[std::size(directories) - 1]);
+}
+
 /** Puts the values on disk and says what went wrong. */
-QString finish(QSettings &settings)
+Outcome finish(QSettings &settings)
 {
     settings.sync();
     if (settings.status() == QSettings::NoError)
         return {};
-    return QStringLiteral("cannot write %1%2")
-        .arg(settings.fileName(),
-             settings.status() == QSettings::FormatError ? QStringLiteral(": it is no INI file")
-                                                         : QString());
+    return { QStringLiteral("cannot write %1").arg(settings.fileName()) };
 }
 
 void writeDevice(QSettings &ini, const DeviceSpec &device, const HostConfiguration &configuration)
@@ -32,51 +52,105 @@ void writeDevice(QSettings &ini, const DeviceSpec &device, const HostConfigurati
         ini.setValue(prefix + QStringLiteral("/eventChooseList/%1").arg(i), 1);
 }
 
-/** Replaces one value; notes it when another one stood there. */
-void replace(QSettings &ini, const QString &key, const QVariant &value, QStringList &notes)
+/** What serial.ini holds, or why that is not known. */
+struct SerialFile
 {
-    const QVariant before = ini.value(key);
-    // A line written by hand without quotes reads as a list.
-    const QString text = before.toStringList().join(QLatin1Char(','));
-    if (before.isValid() && text != value.toString())
-        notes << QStringLiteral("serial.ini: %1 changed from %2 to %3")
-                     .arg(key, text, value.toString());
+    QByteArray bytes;
+    Outcome outcome;
+};
+
+SerialFile readSerialIni()
+{
+    // Without waiting: somebody may have put a FIFO there.
+    const int descriptor = ::open(serialIni, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    const int failure = errno;
+    if (descriptor < 0 && failure == ENOENT)
+        return {};
+    if (descriptor < 0)
+        return { {}, { QStringLiteral("cannot read serial.ini: %1").arg(systemError(failure)) } };
+    QFile file;
+    struct stat status = {};
+    if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)
+        || status.st_size > mostBytes) {
+        ::close(descriptor);
+        return { {}, { QStringLiteral("serial.ini is no file of settings") } };
+    }
+    if (!file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
+        return { {}, { QStringLiteral("cannot read serial.ini: %1").arg(file.errorString()) } };
+    return { file.readAll(), {} };
+}
+
+/** Replaces one value; notes it when another one stood there. */
+void replace(IniLines &ini, const QString &key, const QString &value, QStringList &notes)
+{
+    const std::optional<QString> before = ini.value(key);
+    if (before == value)
+        return;
+    if (before)
+        notes << QStringLiteral("serial.ini: %1 changed from %2 to %3").arg(key, *before, value);
     ini.setValue(key, value);
 }
 
 } // namespace
 
-QString writeConfiguration(const QString &applicationDirectory,
+Outcome writeConfiguration(const QString &applicationDirectory,
                            const HostConfiguration &configuration)
 {
-    const QString directory = applicationDirectory + QLatin1String("/KOVA/TesselView/db");
+    const QString directory = iniDirectory(applicationDirectory);
     if (!QDir().mkpath(directory))
-        return QStringLiteral("cannot make the directory %1").arg(directory);
-    QSettings parameters(directory + QLatin1String("/param.ini"), QSettings::IniFormat);
+        return { QStringLiteral("cannot make the directory %1").arg(directory) };
+    // QSettings would wait for a FIFO.
+    for (const char *name : fileNames) {
+        const QFileInfo file(directory + QLatin1String(name));
+        if (file.exists() && !file.isFile())
+            return { QStringLiteral("cannot write %1: it is no file").arg(file.filePath()) };
+    }
+    QSettings parameters(directory + QLatin1String(fileNames[0]), QSettings::IniFormat);
     parameters.setValue(QStringLiteral("Language"), configuration.language);
-    const QString error = finish(parameters);
-    if (!error.isEmpty())
-        return error;
-    QSettings ini(directory + QLatin1String("/dev.ini"), QSettings::IniFormat);
+    const Outcome written = finish(parameters);
+    if (!written.isGood())
+        return written;
+    QSettings ini(directory + QLatin1String(fileNames[1]), QSettings::IniFormat);
     ini.clear();
     for (const DeviceSpec &device : configuration.devices)
         writeDevice(ini, device, configuration);
     return finish(ini);
 }
 
-QStringList writeSerialSettings(const QList<DeviceSpec> &devices, QString &error)
+void removeConfiguration(const QString &applicationDirectory)
 {
-    QStringList notes;
-    QSettings ini(QStringLiteral("serial.ini"), QSettings::IniFormat);
-    bool touched = false;
+    const QString directory = iniDirectory(applicationDirectory);
+    for (const char *name : fileNames)
+        for (const char *suffix : { "", ".lock" })
+            QFile::remove(directory + QLatin1String(name) + QLatin1String(suffix));
+    for (auto it = std::rbegin(directories); it != std::rend(directories); ++it)
+        QDir().rmdir(applicationDirectory + QLatin1String(*it));
+}
+
+SerialSettings writeSerialSettings(const QList<DeviceSpec> &devices)
+{
+    const auto asks = [](const DeviceSpec &device) {
+        return !device.settings.isEmpty() || device.timeout > 0;
+    };
+    if (std::none_of(devices.begin(), devices.end(), asks))
+        return {};
+    const SerialFile before = readSerialIni();
+    if (!before.outcome.isGood())
+        return { {}, before.outcome };
+    SerialSettings result;
+    IniLines ini(before.bytes);
     for (const DeviceSpec &device : devices) {
         if (!device.settings.isEmpty())
-            replace(ini, device.port + QLatin1String("/param"), device.settings, notes);
+            replace(ini, device.port + QLatin1String("/param"), device.settings, result.notes);
         if (device.timeout > 0)
-            replace(ini, device.port + QLatin1String("/timeout"), device.timeout, notes);
-        touched = touched || !device.settings.isEmpty() || device.timeout > 0;
+            replace(ini, device.port + QLatin1String("/timeout"), QString::number(device.timeout),
+                    result.notes);
     }
-    if (touched)
-        error = finish(ini);
-    return notes;
+    if (ini.bytes() == before.bytes)
+        return result;
+    QSaveFile file((QString::fromLatin1(serialIni)));
+    file.setDirectWriteFallback(true); // the file may be ours and its directory not
+    if (!file.open(QIODevice::WriteOnly) || file.write(ini.bytes()) < 0 || !file.commit())
+        result.outcome = { QStringLiteral("cannot write serial.ini: %1").arg(file.errorString()) };
+    return result;
 }

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "hostoptions.h"
+#include "devicespec.h"
+
+#include <QStringList>
 
 /** What the plug-in reads from the host's configuration files. */
 struct HostConfiguration
@@ -12,12 +14,20 @@ struct HostConfiguration
     QList<DeviceSpec> devices;
 };
 
-/** Writes param.ini and dev.ini below `applicationDirectory`, where the plug-in looks for them.
- *  @return the reason of a failure with the file's name, empty when they are complete */
-QString writeConfiguration(const QString &applicationDirectory,
+/** Writes param.ini and dev.ini below `applicationDirectory`, where the plug-in looks for them. */
+Outcome writeConfiguration(const QString &applicationDirectory,
                            const HostConfiguration &configuration);
 
-/** Sets the line settings that a device asks for in serial.ini of the working directory; the
- *  settings of other ports stay, since other hosts may share the file.
- *  @return notes on values that had to be replaced, and the reason of a failure */
-QStringList writeSerialSettings(const QList<DeviceSpec> &devices, QString &error);
+/** Removes these files and their directories, as far as nothing else is in them. */
+void removeConfiguration(const QString &applicationDirectory);
+
+/** What became of serial.ini. */
+struct SerialSettings
+{
+    QStringList notes; ///< on values that were replaced
+    Outcome outcome;
+};
+
+/** Sets the line settings that devices ask for in serial.ini of the working directory; every other
+ *  line stays, since other hosts and people share the file. */
+SerialSettings writeSerialSettings(const QList<DeviceSpec> &devices);

@@ -1,87 +1,26 @@
 #include "devicehost.h"
 
+#include "collectthread.h"
 #include "configfiles.h"
-#include "plugin/collectthread.h"
+#include "drivercheck.h"
 
 #include <QCoreApplication>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QTimer>
 
 #include <unistd.h>
+#include <utility>
 
-namespace {
-
-constexpr char TimeFormat[] = "yyyy-MM-dd hh:mm:ss";
-constexpr int LineWidth = 110;
-
-const QStringList eventLogTitles { QStringLiteral("Time"), QStringLiteral("Device"),
-                                   QStringLiteral("Type"), QStringLiteral("State"),
-                                   QStringLiteral("Event") };
-
-QString stateName(int state)
-{
-    return state == 0 ? QStringLiteral("communicating")
-        : state == 1  ? QStringLiteral("lost")
-                      : QStringLiteral("unknown");
-}
-
-/** What the event log says of an event; nothing for the events that it does not keep. */
-std::optional<LogEntry> logEntry(const HostEvent &event, const QStringList &eventTexts)
-{
-    LogEntry entry;
-    entry.device = event.device();
-    entry.type = event.type;
-    entry.time = event.map.value(QStringLiteral("timeStr")).toString();
-    if (entry.time.isEmpty())
-        entry.time = event.received.toString(QLatin1String(TimeFormat));
-    if (event.type == EventFlagChanged) {
-        const int index = event.map.value(QStringLiteral("alarmId")).toInt();
-        entry.kind =
-            index < eventTexts.size() / 2 ? LogEntry::Kind::Appear : LogEntry::Kind::Disappear;
-        entry.text = flagText(event, eventTexts);
-        return entry;
-    }
-    entry.text = eventName(event.type);
-    if (event.type == CommunicationRestored)
-        entry.kind = LogEntry::Kind::Restored;
-    else if (event.type == CommunicationLost)
-        entry.kind = LogEntry::Kind::Lost;
-    else if (event.type == HistoryResult)
-        entry.kind = LogEntry::Kind::Result;
-    else
-        return {};
-    if (event.type == HistoryResult)
-        entry.text = event.map.value(QStringLiteral("desc")).toString();
-    return entry;
-}
-
-/** Breaks "title value" pairs into indented lines. */
-QByteArray wrapped(const QStringList &pairs)
-{
-    QString text;
-    QString line;
-    for (const QString &pair : pairs) {
-        if (!line.isEmpty() && line.size() + pair.size() > LineWidth) {
-            text += QStringLiteral("\n    ") + line;
-            line.clear();
-        }
-        line += (line.isEmpty() ? QString() : QStringLiteral("; ")) + pair;
-    }
-    if (!line.isEmpty())
-        text += QStringLiteral("\n    ") + line;
-    return text.toUtf8();
-}
-
-} // namespace
+using namespace HostContract;
 
 DeviceHost::DeviceHost(const HostOptions &options, CollectThread &factory)
     : m_options(options)
     , m_factory(factory)
     , m_end(options.duration > 0 ? QDeadlineTimer(qint64(options.duration * 1000))
                                  : QDeadlineTimer(QDeadlineTimer::Forever))
-    , m_out(STDOUT_FILENO)
+    , m_printer(options, STDOUT_FILENO)
 {
+    connect(&m_printer, &HostPrinter::failed, this,
+            [this] { emit finished(int(ExitCode::Output)); });
 }
 
 DeviceHost::~DeviceHost()
@@ -90,52 +29,69 @@ DeviceHost::~DeviceHost()
     for (const auto &device : m_devices)
         device->release();
     m_devices.clear();
+    for (const auto &device : m_leaving)
+        device->disconnect(this);
+    m_leaving.clear();
 }
 
 DeviceHost::Failure DeviceHost::open()
 {
-    Failure failure = writeFiles();
-    if (failure.code == ExitCode::Ok)
-        failure = openLogs();
+    Outcome outcome = writeFiles(m_options.devices);
+    if (!outcome.isGood())
+        return { ExitCode::Configuration, outcome.error };
+    outcome = m_printer.open(m_factory.getDataLogDesc());
+    if (!outcome.isGood())
+        return { ExitCode::LogFile, outcome.error };
     for (const DeviceSpec &spec : qAsConst(m_options.devices)) {
-        if (failure.code != ExitCode::Ok)
-            return failure;
-        auto device = std::make_unique<HostDevice>(spec, m_factory);
-        if (!device->create())
-            failure = { ExitCode::Client,
-                        QStringLiteral("the plug-in made no client for %1").arg(spec.name) };
-        connect(device.get(), &HostDevice::posted, this,
-                [this, made = device.get()](const HostEvent &event) { take(*made, event); });
-        m_devices.push_back(std::move(device));
+        outcome = insert(spec, int(m_devices.size()));
+        if (!outcome.isGood())
+            return { ExitCode::Client, outcome.error };
     }
-    return failure.code == ExitCode::Ok ? parseCommands() : failure;
+    return parseCommands();
 }
 
-DeviceHost::Failure DeviceHost::writeFiles() const
+Outcome DeviceHost::writeFiles(const QList<DeviceSpec> &specs) const
 {
     HostConfiguration configuration;
     configuration.language = m_options.language.startsWith(QLatin1String("zh")) ? 1 : 0;
     configuration.interval = m_options.interval;
     configuration.retries = m_options.retries;
     configuration.eventCount = m_factory.getEventLogDesc().size();
-    configuration.devices = m_options.devices;
-    QString error = writeConfiguration(QCoreApplication::applicationDirPath(), configuration);
-    if (error.isEmpty())
-        for (const QString &note : writeSerialSettings(m_options.devices, error))
-            qWarning("%s", qUtf8Printable(note));
-    return error.isEmpty() ? Failure() : Failure { ExitCode::Configuration, error };
+    configuration.devices = specs;
+    const Outcome written =
+        writeConfiguration(QCoreApplication::applicationDirPath(), configuration);
+    if (!written.isGood())
+        return written;
+    const SerialSettings serial = writeSerialSettings(specs);
+    for (const QString &note : serial.notes)
+        qWarning("%s", qUtf8Printable(note));
+    return serial.outcome;
 }
 
-DeviceHost::Failure DeviceHost::openLogs()
+Outcome DeviceHost::insert(const DeviceSpec &spec, int index)
 {
-    const QStringList dataTitles = QStringList { QStringLiteral("Time"), QStringLiteral("Device") }
-        + m_factory.getDataLogDesc();
-    QString error;
-    if (!m_options.eventLog.isEmpty())
-        error = m_eventLog.open(m_options.eventLog, csvRecord(eventLogTitles));
-    if (error.isEmpty() && !m_options.dataLog.isEmpty())
-        error = m_dataLog.open(m_options.dataLog, csvRecord(dataTitles));
-    return error.isEmpty() ? Failure() : Failure { ExitCode::LogFile, error };
+    auto device = std::make_unique<HostDevice>(spec, m_factory);
+    if (!device->create())
+        return { QStringLiteral("the plug-in made no client for %1").arg(spec.name) };
+    HostDevice &made = *device;
+    connect(&made, &HostDevice::posted, this,
+            [this, &made](const HostEvent &event) { take(made, event); });
+    m_devices.insert(m_devices.begin() + index, std::move(device));
+    checkDriverOnce();
+    emit added(&made, index);
+    if (m_isRunning)
+        made.start(drive());
+    return {};
+}
+
+void DeviceHost::checkDriverOnce()
+{
+    // The plug-in loads it with its first client, and says nothing when --quiet is on.
+    if (std::exchange(m_isDriverChecked, true))
+        return;
+    m_driverFault = checkDriver().error;
+    if (!m_driverFault.isEmpty())
+        qWarning("%s", qUtf8Printable(m_driverFault));
 }
 
 DeviceHost::Failure DeviceHost::parseCommands()
@@ -154,10 +110,76 @@ DeviceHost::Failure DeviceHost::parseCommands()
 
 void DeviceHost::start()
 {
+    m_isRunning = true;
     for (const auto &device : m_devices)
-        device->start(m_options.poll ? HostDevice::Drive::Poll : HostDevice::Drive::Thread);
+        device->start(drive());
     for (const HostCommand &command : qAsConst(m_commands))
         schedule(command);
+}
+
+HostDevice::Drive DeviceHost::drive() const
+{
+    return m_options.poll ? HostDevice::Drive::Poll : HostDevice::Drive::Thread;
+}
+
+Outcome DeviceHost::add(const DeviceSpec &spec)
+{
+    Outcome outcome = checkBeside(spec, specs());
+    if (outcome.isGood())
+        outcome = writeFiles(specs() << spec);
+    return outcome.isGood() ? insert(spec, int(m_devices.size())) : outcome;
+}
+
+Outcome DeviceHost::replace(HostDevice &old, const DeviceSpec &spec)
+{
+    const int index = specs().indexOf(old.spec());
+    QList<DeviceSpec> list = specs();
+    list.removeAt(index);
+    Outcome outcome = checkBeside(spec, list);
+    if (!outcome.isGood())
+        return outcome;
+    list.insert(index, spec);
+    outcome = writeFiles(list);
+    if (!outcome.isGood())
+        return outcome;
+    remove(old);
+    return insert(spec, index);
+}
+
+void DeviceHost::remove(HostDevice &device)
+{
+    const auto place = std::find_if(m_devices.begin(), m_devices.end(),
+                                    [&](const auto &owner) { return owner.get() == &device; });
+    emit leaving(&device);
+    std::unique_ptr<HostDevice> owner = std::move(*place);
+    m_devices.erase(place);
+    giveBack(std::move(owner));
+}
+
+void DeviceHost::giveBack(std::unique_ptr<HostDevice> device)
+{
+    // A client that waits for its line goes later: the window must not wait with it.
+    HostDevice &leaver = *device;
+    connect(&leaver, &HostDevice::gone, this, [this, &leaver] {
+        const auto gone = std::find_if(m_leaving.begin(), m_leaving.end(),
+                                       [&](const auto &owner) { return owner.get() == &leaver; });
+        gone->release()->deleteLater();
+        m_leaving.erase(gone);
+    });
+    m_leaving.push_back(std::move(device));
+    leaver.release();
+}
+
+MadeDevice DeviceHost::makeProbe(const DeviceSpec &spec)
+{
+    const Outcome written = writeFiles(specs() << spec);
+    if (!written.isGood())
+        return { nullptr, written };
+    auto device = std::make_unique<HostDevice>(spec, m_factory);
+    if (!device->create())
+        return { nullptr, { QStringLiteral("the plug-in made no client") } };
+    checkDriverOnce();
+    return { std::move(device), {} };
 }
 
 bool DeviceHost::allWereOnline() const
@@ -175,20 +197,11 @@ void DeviceHost::schedule(const HostCommand &command)
 
 void DeviceHost::control(HostDevice &device, int id, const QString &value)
 {
-    const bool accepted = device.control(id, value);
-    if (!m_options.json) {
-        writeOut(QStringLiteral("%1 %2 command %3 %4 %5")
-                     .arg(QTime::currentTime().toString(QStringLiteral("hh:mm:ss")), device.name())
-                     .arg(id)
-                     .arg(value, accepted ? QStringLiteral("sent") : QStringLiteral("refused"))
-                     .toUtf8());
-        return;
-    }
-    const QJsonObject object { { QStringLiteral("command"), id },
-                               { QStringLiteral("name"), device.name() },
-                               { QStringLiteral("value"), value },
-                               { QStringLiteral("accepted"), accepted } };
-    writeOut(QJsonDocument(object).toJson(QJsonDocument::Compact));
+    HostCommand command;
+    command.device = device.name();
+    command.id = id;
+    command.value = value;
+    m_printer.printCommand(command, device.control(id, value));
 }
 
 void DeviceHost::command(const QString &line)
@@ -198,18 +211,26 @@ void DeviceHost::command(const QString &line)
     case HostCommand::Kind::Nothing:
         break;
     case HostCommand::Kind::Control:
+        if (command.delay > 0)
+            m_printer.printWaiting(command);
         schedule(command);
         break;
     case HostCommand::Kind::Devices:
-        printDevices();
+        for (const auto &device : m_devices)
+            m_printer.printState(*device);
         break;
     case HostCommand::Kind::Quit:
         emit finished(int(ExitCode::Ok));
         break;
     case HostCommand::Kind::Wrong:
-        qWarning("%s", qUtf8Printable(command.error));
+        m_printer.printRefusal(line, command.error);
         break;
     }
+}
+
+void DeviceHost::refuseLongLine()
+{
+    m_printer.printRefusal({}, QStringLiteral("a line is longer than any command"));
 }
 
 void DeviceHost::take(HostDevice &device, const HostEvent &event)
@@ -217,75 +238,14 @@ void DeviceHost::take(HostDevice &device, const HostEvent &event)
     // Reports that come faster than they are printed queue up, and the end waits behind them.
     if (m_end.hasExpired())
         return;
-    print(device, event);
-    log(device, event);
-    if (event.isRequest())
-        control(device, event.map.value(QStringLiteral("controlId")).toInt(),
-                event.map.value(QStringLiteral("controlValue")).toString());
-    emit posted(&device, event);
-}
-
-void DeviceHost::print(HostDevice &device, const HostEvent &event)
-{
-    if (m_options.json)
-        writeOut(eventJson(event));
-    else if (event.type == DataReport)
-        printReport(device, event);
-    else
-        writeOut(eventText(event, device.eventTexts()).toUtf8());
-}
-
-void DeviceHost::printReport(HostDevice &device, const HostEvent &event)
-{
-    // A client's thread reports up to ten times a second: nobody reads that.
-    PrintedReport &last = m_printed[device.name()];
-    if (last.age.isValid() && last.age.elapsed() < 1000 * m_options.interval)
-        return;
-    last.age.start();
-    const QStringList titles = device.dataTitles();
-    const QStringList row = device.dataRow(event.data());
-    QStringList changes;
-    for (int i = 0; i < qMin(titles.size(), row.size()); ++i)
-        if (last.row.value(i) != row.at(i))
-            changes << titles.at(i) + QLatin1Char(' ') + row.at(i);
-    last.row = row;
-    writeOut(eventText(event, {}).toUtf8() + wrapped(changes));
-}
-
-void DeviceHost::printDevices()
-{
-    for (const auto &device : m_devices)
-        writeOut(QStringLiteral("%1 %2").arg(device->name(), stateName(device->state())).toUtf8());
-}
-
-void DeviceHost::log(HostDevice &device, const HostEvent &event)
-{
-    if (event.type == DataReport && m_dataLog.isOpen())
-        writeLog(
-            m_dataLog,
-            QStringList { event.map.value(QStringLiteral("timeStr")).toString(), device.name() }
-                + device.dataRow(event.data()));
+    m_printer.printEvent(device, event);
     const std::optional<LogEntry> entry = logEntry(event, device.eventTexts());
-    if (!entry)
-        return;
-    writeLog(m_eventLog,
-             { entry->time, entry->device, QString::number(entry->type), kindName(entry->kind),
-               entry->text });
-    emit logged(*entry);
-}
-
-void DeviceHost::writeLog(LineWriter &log, const QStringList &fields)
-{
-    const QString error = log.writeLine(csvRecord(fields));
-    if (!error.isEmpty())
-        qWarning("%s", qUtf8Printable(error));
-}
-
-void DeviceHost::writeOut(const QByteArray &line)
-{
-    const QString error = m_out.writeLine(line);
-    if (!error.isEmpty())
-        emit finished(int(ExitCode::Output));
+    if (entry)
+        m_printer.log(*entry);
+    if (event.isRequest())
+        control(device, event.map.value(Key::controlId()).toInt(),
+                event.map.value(Key::controlValue()).toString());
+    emit posted(&device, event);
 }
 
 HostDevice *DeviceHost::device(const QString &name) const
@@ -296,10 +256,18 @@ HostDevice *DeviceHost::device(const QString &name) const
     return nullptr;
 }
 
+QList<DeviceSpec> DeviceHost::specs() const
+{
+    QList<DeviceSpec> specs;
+    for (const auto &device : m_devices)
+        specs << device->spec();
+    return specs;
+}
+
 QStringList DeviceHost::names() const
 {
     QStringList names;
-    for (const DeviceSpec &spec : m_options.devices)
-        names << spec.name;
+    for (const auto &device : m_devices)
+        names << device->name();
     return names;
 }

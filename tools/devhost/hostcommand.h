@@ -19,5 +19,9 @@ struct HostCommand
 /** Reads `[control] [@S|S] NAME ID [VALUE]`, `devices` or `quit`.
  *
  *  A plain number in front is a delay unless a device of that name follows; VALUE is all the rest.
+ *  A number that is in no row of the commands is refused: a driver would get an empty command.
  *  @param devices  the known names; they may hold blanks */
 HostCommand parseCommand(const QString &line, const QStringList &devices);
+
+/** The commands as lines of a table: number, effect, value. */
+QString commandHelp();

@@ -1,13 +1,15 @@
 #include "hostdevice.h"
 
-#include "plugin/collectthread.h"
-#include "plugin/collectview.h"
+#include "collectthread.h"
+#include "collectview.h"
 
 #include <QEventLoop>
 #include <QTimer>
 
+using namespace HostContract;
+
 namespace {
-constexpr int ReleaseMs = 10000;
+constexpr int releaseMs = 10000;
 }
 
 HostDevice::HostDevice(const DeviceSpec &spec, CollectThread &factory)
@@ -23,7 +25,7 @@ HostDevice::~HostDevice()
         // A client that is busy with its line goes once that has returned.
         QEventLoop loop;
         connect(m_client, &QObject::destroyed, &loop, &QEventLoop::quit);
-        QTimer::singleShot(ReleaseMs, &loop, &QEventLoop::quit);
+        QTimer::singleShot(releaseMs, &loop, &QEventLoop::quit);
         loop.exec();
     }
     if (m_client)
@@ -36,6 +38,7 @@ void HostDevice::release()
         return;
     m_released = true;
     m_client->disconnect(this);
+    connect(m_client, &QObject::destroyed, this, &HostDevice::gone);
     if (m_poller)
         m_poller->stop();
     // The contract's release() may schedule or do the deletion, or nothing at all.
@@ -105,15 +108,13 @@ void HostDevice::take(int type, QMap<QString, QVariant> map)
 
 void HostDevice::follow(const HostEvent &event)
 {
-    if (event.type == CommunicationRestored || event.type == CommunicationLost)
-        m_state = event.type == CommunicationRestored ? 0 : 1;
+    if (event.type == LinkRestoredEvent || event.type == LinkLostEvent)
+        m_state = event.type == LinkRestoredEvent ? 0 : 1;
     m_wasOnline = m_wasOnline || m_state == 0;
-    if (event.type != EventFlagChanged)
+    // The reports of failed polls repeat the values of the last good one.
+    if (event.type != DataReportEvent || m_state != 0)
         return;
-    const int count = m_eventTexts.size() / 2;
-    const int index = event.map.value(QStringLiteral("alarmId")).toInt();
-    if (index < count)
-        m_alarms.insert(index, true);
-    else
-        m_alarms.remove(index - count);
+    m_data = event.data();
+    m_dataTime = event.received;
+    m_dataAge.start();
 }

@@ -1,9 +1,10 @@
 #pragma once
 
+#include "devicespec.h"
 #include "hostevent.h"
-#include "hostoptions.h"
 #include "pollthread.h"
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QPointer>
 
@@ -37,10 +38,16 @@ public:
     enum class Drive { Thread, Poll };
     void start(Drive drive);
 
+    const DeviceSpec &spec() const { return m_spec; }
     QString name() const { return m_spec.name; }
     int state() const { return m_state; } ///< -1 unknown, 0 communicating, 1 lost
     bool wasOnline() const { return m_wasOnline; }
-    int activeAlarms() const { return m_alarms.size(); }
+
+    /** The latest report that came while the device communicated; empty before the first. */
+    const DataMap &data() const { return m_data; }
+    QDateTime dataTime() const { return m_dataTime; }
+    /** Milliseconds since that report, independent of the clock; -1 before the first. */
+    qint64 dataAge() const { return m_dataAge.isValid() ? m_dataAge.elapsed() : -1; }
 
     bool control(int id, const QString &value);
     QStringList eventTexts() const { return m_eventTexts; }
@@ -55,6 +62,8 @@ public:
 
 signals:
     void posted(const HostEvent &event);
+    /** The client that was released is deleted. */
+    void gone();
 
 private slots:
     void take(int type, QMap<QString, QVariant> map);
@@ -68,7 +77,9 @@ private:
     std::unique_ptr<PollThread> m_poller;
     QStringList m_eventTexts;
     QStringList m_dataTitles;
-    QMap<int, bool> m_alarms; // the flags that are present, by number
+    DataMap m_data;
+    QDateTime m_dataTime;
+    QElapsedTimer m_dataAge;
     int m_state = -1;
     bool m_wasOnline = false;
     bool m_released = false;

@@ -1,6 +1,8 @@
 #include "hostevent.h"
 
 #include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -8,6 +10,8 @@
 #include <charconv>
 #include <cmath>
 #include <iterator>
+
+using namespace HostContract;
 
 namespace {
 
@@ -19,19 +23,33 @@ struct TypeName
 
 // clang-format off
 constexpr TypeName typeNames[] = {
-    { ParameterRequest,      QT_TRANSLATE_NOOP("HostEvent", "parameter request") },
-    { CommunicationRestored, QT_TRANSLATE_NOOP("HostEvent", "communication restored") },
-    { CommunicationLost,     QT_TRANSLATE_NOOP("HostEvent", "communication lost") },
-    { HistoryResult,         QT_TRANSLATE_NOOP("HostEvent", "history result") },
-    { StateChanged,          QT_TRANSLATE_NOOP("HostEvent", "state changed") },
-    { EventFlagChanged,      QT_TRANSLATE_NOOP("HostEvent", "event") },
-    { DataReport,            QT_TRANSLATE_NOOP("HostEvent", "report") },
-    { InputFlagChanged,      QT_TRANSLATE_NOOP("HostEvent", "abnormal input") },
-    { BatteryFlagChanged,    QT_TRANSLATE_NOOP("HostEvent", "battery voltage low") },
+    { ParameterRequestEvent,      QT_TRANSLATE_NOOP("HostEvent", "parameter request") },
+    { LinkRestoredEvent, QT_TRANSLATE_NOOP("HostEvent", "communication restored") },
+    { LinkLostEvent,     QT_TRANSLATE_NOOP("HostEvent", "communication lost") },
+    { HistoryDownloadedEvent,         QT_TRANSLATE_NOOP("HostEvent", "history result") },
+    { StatusChangedEvent,          QT_TRANSLATE_NOOP("HostEvent", "state changed") },
+    { FlagChangedEvent,      QT_TRANSLATE_NOOP("HostEvent", "event") },
+    { DataReportEvent,            QT_TRANSLATE_NOOP("HostEvent", "report") },
+    { AbnormalInputEvent,      QT_TRANSLATE_NOOP("HostEvent", "abnormal input") },
+    { BatteryLowEvent,    QT_TRANSLATE_NOOP("HostEvent", "battery voltage low") },
 };
 
 constexpr const char *kindNames[] = { "appear", "disappear", "lost", "restored", "result" };
 // clang-format on
+
+constexpr char timeFormat[] = "yyyy-MM-dd hh:mm:ss";
+
+struct LinkRow
+{
+    int type;
+    LogEntry::Kind kind;
+};
+
+constexpr LinkRow linkRows[] = {
+    { LinkRestoredEvent, LogEntry::Kind::Restored },
+    { LinkLostEvent, LogEntry::Kind::Lost },
+    { HistoryDownloadedEvent, LogEntry::Kind::Result },
+};
 
 /** A float as the shortest number that reads back the same: 0.1 rather than 0.100000001. */
 QJsonValue floatValue(float value)
@@ -59,32 +77,55 @@ QJsonValue jsonValue(const QVariant &value)
 }
 
 /** Entries that a line of text leaves out: its beginning says them, or they are for programs. */
-constexpr const char *hiddenKeys[] = { "name", "timeStr", "protocol", "port",
-                                       "data", "alarmId", "dis_alarm" };
+bool isHidden(const QString &key)
+{
+    return key == Key::name() || key == Key::time() || key == Key::protocol() || key == Key::port()
+        || key == Key::data() || key == Key::alarmId() || key == Key::alarmAppeared();
+}
 
 bool isShown(const HostEvent &event, const QString &key, const QVariant &value)
 {
-    const auto isKey = [&key](const char *hidden) { return key == QLatin1String(hidden); };
-    if (std::any_of(std::begin(hiddenKeys), std::end(hiddenKeys), isKey))
+    if (isHidden(key))
         return false;
-    if (key == QLatin1String("desc"))
+    if (key == Key::description())
         return value.toString() != event.device();
-    return key != QLatin1String("lost") || value.toInt() != 0;
+    return key != Key::lost() || value.toInt() != 0;
+}
+
+/** Whether a downloaded history has a line below its titles. */
+bool holdsRecords(const QString &name)
+{
+    QFile file(name);
+    if (!QFileInfo(name).isFile() || !file.open(QIODevice::ReadOnly))
+        return false;
+    file.readLine();
+    return !file.readLine().trimmed().isEmpty();
+}
+
+/** The outcome of a download: the plug-in goes by the driver's answer, whatever became of the file. */
+QString historyText(const HostEvent &event)
+{
+    const QString text = event.map.value(Key::description()).toString();
+    const QString name = event.map.value(Key::controlValue()).toString();
+    return holdsRecords(name)
+        ? text
+        : QCoreApplication::translate("HostEvent", "%1, but \"%2\" holds no records")
+              .arg(text, name);
 }
 
 } // namespace
 
 DataMap HostEvent::data() const
 {
-    return map.value(QStringLiteral("data")).value<DataMap>();
+    return map.value(Key::data()).value<DataMap>();
 }
 
 bool HostEvent::isRequest() const
 {
     // The result of a history download carries a command number too.
-    const QVariant id = map.value(QStringLiteral("controlId"));
-    return id.isValid() && type != HistoryResult
-        && (type == ParameterRequest || type == id.toInt());
+    const QVariant id = map.value(Key::controlId());
+    return id.isValid() && type != HistoryDownloadedEvent
+        && (type == ParameterRequestEvent || type == id.toInt());
 }
 
 QString kindName(LogEntry::Kind kind)
@@ -112,7 +153,7 @@ QByteArray eventJson(const HostEvent &event)
 
 QString flagText(const HostEvent &event, const QStringList &eventTexts)
 {
-    const int index = event.map.value(QStringLiteral("alarmId"), -1).toInt();
+    const int index = event.map.value(Key::alarmId(), -1).toInt();
     return eventTexts.value(index, QStringLiteral("unknown event %1").arg(index));
 }
 
@@ -122,13 +163,44 @@ QString eventText(const HostEvent &event, const QStringList &eventTexts)
                        .arg(event.received.toString(QStringLiteral("hh:mm:ss")), event.device())
                        .arg(event.type)
                        .arg(eventName(event.type));
-    if (event.type == EventFlagChanged)
+    if (event.type == FlagChangedEvent)
         return line + QStringLiteral(": ") + flagText(event, eventTexts);
-    if (event.type == DataReport)
+    if (event.type == DataReportEvent)
         return line + QStringLiteral(": %1 values").arg(event.data().size());
     QStringList parts;
     for (auto it = event.map.constBegin(); it != event.map.constEnd(); ++it)
         if (isShown(event, it.key(), it.value()))
             parts << it.key() + QLatin1Char('=') + it.value().toString();
     return parts.isEmpty() ? line : line + QStringLiteral(": ") + parts.join(QLatin1String(", "));
+}
+
+QString LogEntry::timeText() const
+{
+    return time.toString(QLatin1String(timeFormat));
+}
+
+std::optional<LogEntry> logEntry(const HostEvent &event, const QStringList &eventTexts)
+{
+    LogEntry entry;
+    entry.device = event.device();
+    entry.type = event.type;
+    entry.time =
+        QDateTime::fromString(event.map.value(Key::time()).toString(), QLatin1String(timeFormat));
+    if (!entry.time.isValid())
+        entry.time = event.received;
+    if (event.type == FlagChangedEvent) {
+        const int count = eventTexts.size() / 2;
+        const int index = event.map.value(Key::alarmId()).toInt();
+        entry.kind = index < count ? LogEntry::Kind::Appear : LogEntry::Kind::Disappear;
+        entry.flag = index < count ? index : index - count;
+        entry.text = flagText(event, eventTexts);
+        return entry;
+    }
+    const auto *row = std::find_if(std::begin(linkRows), std::end(linkRows),
+                                   [&](const LinkRow &link) { return link.type == event.type; });
+    if (row == std::end(linkRows))
+        return {};
+    entry.kind = row->kind;
+    entry.text = event.type == HistoryDownloadedEvent ? historyText(event) : eventName(event.type);
+    return entry;
 }

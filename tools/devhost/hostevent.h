@@ -1,5 +1,7 @@
 #pragma once
 
+#include "hostvocabulary.h"
+
 #include <QByteArray>
 #include <QDateTime>
 #include <QMap>
@@ -7,18 +9,7 @@
 #include <QStringList>
 #include <QVariant>
 
-/** The events of the host contract that the host itself knows. */
-enum HostEventType {
-    ParameterRequest = 1029,
-    CommunicationRestored = 1040,
-    CommunicationLost = 1041,
-    HistoryResult = 1042,
-    StateChanged = 2001,
-    EventFlagChanged = 2006,
-    DataReport = 2007,
-    InputFlagChanged = 2009,
-    BatteryFlagChanged = 2010,
-};
+#include <optional>
 
 using EventMap = QMap<QString, QVariant>;
 using DataMap = QMap<int, QVariant>;
@@ -30,7 +21,7 @@ struct HostEvent
     EventMap map;
     QDateTime received;
 
-    QString device() const { return map.value(QStringLiteral("name")).toString(); }
+    QString device() const { return map.value(HostContract::Key::name()).toString(); }
 
     /** The report of a 2007: data identifier -> value. */
     DataMap data() const;
@@ -44,12 +35,18 @@ struct LogEntry
 {
     enum class Kind { Appear, Disappear, Lost, Restored, Result };
 
-    QString time; ///< yyyy-MM-dd hh:mm:ss, local
+    QDateTime time; ///< local, whole seconds
     QString device;
     Kind kind = Kind::Appear;
     int type = 0;
+    int flag = -1; ///< number of the event that appeared or disappeared, from 0; else -1
     QString text;
+
+    QString timeText() const;
 };
+
+/** What the event log says of an event; nothing for the events that it does not keep. */
+std::optional<LogEntry> logEntry(const HostEvent &event, const QStringList &eventTexts);
 
 /** Name of a kind in log files. */
 QString kindName(LogEntry::Kind kind);

@@ -1,12 +1,17 @@
 #include "hostgui.h"
 
-#include "plugin/collectview.h"
+#include "collectview.h"
 #include "screenshots.h"
+#include "wheelguard.h"
 #include "windowmover.h"
 
 #include <QApplication>
 #include <QFile>
+#include <QIcon>
+#include <QPalette>
+#include <QStyle>
 #include <QStyleFactory>
+#include <QTimer>
 
 namespace {
 
@@ -16,21 +21,6 @@ bool hasDisplay()
 {
     return std::any_of(std::begin(displayVariables), std::end(displayVariables),
                        [](const char *name) { return !qEnvironmentVariableIsEmpty(name); });
-}
-
-void setLooks()
-{
-    // One style for every desktop, as the contract's pixel sizes expect; the colours are the user's.
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-    QFont font = QApplication::font();
-    font.setFamily(QStringLiteral("Microsoft YaHei"));
-    font.setPointSize(10);
-    QApplication::setFont(font);
-    QFile sheet(QStringLiteral(":/devhost/devhost.qss"));
-    if (sheet.open(QIODevice::ReadOnly))
-        qApp->setStyleSheet(QString::fromUtf8(sheet.readAll()));
-    else
-        qWarning("the style sheet is missing");
 }
 
 /** Drops an option in both of its forms, "--name value" and "--name=value". */
@@ -70,26 +60,63 @@ bool HostGui::preparePlatform(const HostOptions &options)
     return true;
 }
 
-DeviceHost::Failure HostGui::open()
+void HostGui::setLooks()
 {
     Q_INIT_RESOURCE(devhost);
+    // One style for every desktop, as the contract's pixel sizes expect; the colours are the user's.
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QFont font = QApplication::font();
+    font.setFamily(QStringLiteral("Microsoft YaHei"));
+    font.setPointSize(10);
+    QApplication::setFont(font);
+    QFile sheet(QStringLiteral(":/devhost/devhost.qss"));
+    if (sheet.open(QIODevice::ReadOnly))
+        qApp->setStyleSheet(QString::fromUtf8(sheet.readAll()));
+    else
+        qWarning("the style sheet is missing");
+}
+
+void HostGui::setPalette(const QString &name)
+{
+    if (name == QLatin1String("light"))
+        QApplication::setPalette(QApplication::style()->standardPalette());
+    if (name != QLatin1String("dark"))
+        return;
+    QPalette dark(QColor(0x3A, 0x3D, 0x44), QColor(0x2B, 0x2D, 0x33));
+    dark.setColor(QPalette::Base, QColor(0x1E, 0x20, 0x25));
+    dark.setColor(QPalette::AlternateBase, QColor(0x26, 0x28, 0x2E));
+    for (const auto role : { QPalette::WindowText, QPalette::Text, QPalette::ButtonText })
+        dark.setColor(role, QColor(0xF2, 0xF3, 0xF7));
+    dark.setColor(QPalette::Disabled, QPalette::WindowText, QColor(0x8A, 0x8D, 0x96));
+    dark.setColor(QPalette::Disabled, QPalette::Text, QColor(0x8A, 0x8D, 0x96));
+    dark.setColor(QPalette::Disabled, QPalette::ButtonText, QColor(0x8A, 0x8D, 0x96));
+    QApplication::setPalette(dark);
+}
+
+DeviceHost::Failure HostGui::open()
+{
     setLooks();
+    setPalette(m_options.palette);
     qApp->installEventFilter(new WindowMover(this));
+    qApp->installEventFilter(new WheelGuard(this));
+    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/devhost/kx300-devhost.png")));
+    QGuiApplication::setDesktopFileName(QStringLiteral("kx300-devhost"));
     m_window = std::make_unique<HostWindow>(m_options, m_host);
     connect(m_window.get(), &HostWindow::languageChosen, this, [this](const QString &code) {
         m_language = code;
-        emit finished(Restart);
+        emit finished(restart);
     });
     connect(qApp, &QGuiApplication::lastWindowClosed, this,
             [this] { emit finished(int(ExitCode::Ok)); });
     m_window->show();
+    if (m_host.devices().empty())
+        QTimer::singleShot(0, m_window.get(), &HostWindow::askForDevice);
     if (m_options.screenshot.isEmpty())
         return {};
     if (!m_window->firstView())
         return { ExitCode::Screenshot, QStringLiteral("the plug-in has no view") };
-    m_screenshots =
-        std::make_unique<Screenshots>(m_options.screenshot, int(m_options.screenshotDelay * 1000),
-                                      *m_window, *m_window->firstView(), *m_host.devices().front());
+    m_screenshots = std::make_unique<Screenshots>(m_options, *m_window, *m_window->firstView(),
+                                                  *m_host.devices().front());
     connect(m_screenshots.get(), &Screenshots::finished, this, [this](const QString &error) {
         if (!error.isEmpty())
             qWarning("--screenshot: %s", qUtf8Printable(error));
@@ -101,7 +128,13 @@ DeviceHost::Failure HostGui::open()
 QStringList HostGui::restartArguments(const QStringList &arguments) const
 {
     QStringList kept = arguments;
-    dropOption(kept, QStringLiteral("--send"));
-    dropOption(kept, QStringLiteral("--language"));
-    return kept << QStringLiteral("--language") << m_language;
+    // The window may have other devices and fewer rights by now, and keeps its size itself.
+    for (const char *name : { "--send", "--language", "--user-level", "--window-size", "--device" })
+        dropOption(kept, QLatin1String(name));
+    kept << QStringLiteral("--language") << m_language << QStringLiteral("--user-level")
+         << QString::number(m_window->userLevel());
+    if (!m_options.devicesAreRemembered)
+        for (const DeviceSpec &spec : m_host.specs())
+            kept << QStringLiteral("--device") << spec.text();
+    return kept;
 }

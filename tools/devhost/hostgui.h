@@ -31,7 +31,13 @@ public:
     static bool preparePlatform(const HostOptions &options);
 
     /** The code with which the event loop ends to start again in another language. */
-    static constexpr int Restart = 256;
+    static constexpr int restart = 256;
+
+    /** Gives the application style, font and style sheet. */
+    static void setLooks();
+
+    /** Sets the colours "light" or "dark"; any other name leaves the desktop's. */
+    static void setPalette(const QString &name);
 
     /** The arguments of that start; commands that were sent are not sent again. */
     QStringList restartArguments(const QStringList &arguments) const;

@@ -1,5 +1,7 @@
 #include "hostoptions.h"
 
+#include "hostcommand.h"
+
 #include <QCommandLineParser>
 #include <QRegularExpression>
 
@@ -19,7 +21,7 @@ struct OptionRow
 // clang-format off
 constexpr OptionRow optionRows[] = {
     { "plugin",           Needs::Value,   "FILE",  "The plug-in; default: ../lib beside this program, then where it is installed.", "" },
-    { "device",           Needs::Value,   "SPEC",  "A device, repeatable: name=N,port=PORT[,addr=1][,settings=9600,n,8,1][,timeout=1000] or name=N,tcp=HOST[:502][,addr=1].", "" },
+    { "device",           Needs::Value,   "SPEC",  "A device, repeatable; a window can do without, and remembers those that are added in it: name=N,port=PORT[,addr=1][,settings=9600,n,8,1][,timeout=1000] or name=N,tcp=HOST[:502][,addr=1].", "" },
     { "interval",         Needs::Value,   "S",     "Seconds between two polls of a device, and between two reports of it in the text.", "1" },
     { "retries",          Needs::Value,   "N",     "Failed polls until a device counts as lost.", "5" },
     { "poll",             Needs::Nothing, "",      "Call poll() of the clients instead of starting them as threads.", "" },
@@ -35,9 +37,12 @@ constexpr OptionRow optionRows[] = {
     { "headless",         Needs::Nothing, "",      "Show no window.", "" },
     { "language",         Needs::Value,   "LANG",  "Language of the texts, for example zh_CN.", "" },
     { "user-level",       Needs::Value,   "N",     "Rights of the user at start: 0 may only look.", "1" },
-    { "window-size",      Needs::Value,   "WxH",   "Size of the window.", "1000x640" },
+    { "window-size",      Needs::Value,   "WxH",   "Size of the window; default: as it was left.", "" },
+    { "palette",          Needs::Value,   "NAME",  "Colours: \"light\" or \"dark\"; default: the desktop's.", "" },
     { "screenshot",       Needs::Value,   "FILE",  "Save a picture of each tab of the first device as FILE-TAB.png, then end.", "" },
     { "screenshot-after", Needs::Value,   "S",     "Seconds from the first report to the pictures.", "2" },
+    { "screenshot-unreached", Needs::Nothing, "",  "Take the pictures whether or not the device answers.", "" },
+    { "screenshot-dialogs", Needs::Nothing, "",    "Take pictures of dialogs and of a history download, too.", "" },
 };
 // clang-format on
 
@@ -51,9 +56,14 @@ QString helpTail()
 {
     QString text =
         QStringLiteral("\nCommands on standard input:\n"
-                       "  [@S] NAME ID [VALUE]   e.g. \"ups1 1003\", \"ups1 2016 3005,18\"\n"
+                       "  [@S] NAME ID [VALUE]   e.g. \"ups1 1003\", \"@5 ups1 2016 3005,18\"\n"
                        "  devices                the devices and their states\n"
-                       "  quit\n\nExit codes:\n");
+                       "  quit\n"
+                       "Each is answered on standard output: accepted, or what is wrong with it. "
+                       "\"accepted\"\nmeans that the plug-in queued it; it reports the outcome of "
+                       "1045 only (event 1042).\nWatch the values for that of any other.\n"
+                       "\n    ID  Effect                                      VALUE\n")
+        + commandHelp() + QStringLiteral("\nExit codes:\n");
     for (const ExitCodeText &row : exitCodeTexts)
         text += QStringLiteral("  %1  %2\n").arg(int(row.code), 2).arg(label(row.text));
     return text;
@@ -103,83 +113,19 @@ private:
     QString m_error;
 };
 
-/** "key=value" pairs parted by commas; a part without "=" belongs to the value before it,
- *  because the settings of a port hold commas themselves. */
-QList<QPair<QString, QString>> keysAndValues(const QString &text)
-{
-    QList<QPair<QString, QString>> pairs;
-    for (const QString &part : text.split(QLatin1Char(','))) {
-        const int equals = part.indexOf(QLatin1Char('='));
-        if (equals < 0 && !pairs.isEmpty())
-            pairs.last().second += QLatin1Char(',') + part;
-        else
-            pairs.append({ part.left(qMax(equals, 0)).trimmed(), part.mid(equals + 1).trimmed() });
-    }
-    return pairs;
-}
-
-/** Parts "127.0.0.1:1502", "[::1]:1502" or "host" into host and port. */
-bool readPeer(const QString &text, DeviceSpec &device)
-{
-    static const QRegularExpression form(
-        QStringLiteral(R"(^(?:\[([^\]]+)\]|([^:\[\]]+))(?::(\d{1,5}))?$)"));
-    const QRegularExpressionMatch match = form.match(text);
-    if (!match.hasMatch())
-        return false;
-    device.host = match.captured(1) + match.captured(2);
-    if (!match.captured(3).isEmpty())
-        device.tcpPort = match.captured(3).toInt();
-    return device.tcpPort >= 1 && device.tcpPort <= 65535;
-}
-
-bool readWhole(const QString &text, int least, int most, int &number)
-{
-    bool ok = false;
-    const int value = text.toInt(&ok);
-    if (!ok || value < least || value > most)
-        return false;
-    number = value;
-    return true;
-}
-
-/** @return the reason why the pair is refused, empty when it was taken */
-QString takePair(const QString &key, const QString &value, DeviceSpec &device)
-{
-    bool good = !value.isEmpty();
-    if (key == QLatin1String("name"))
-        device.name = value;
-    else if (key == QLatin1String("port"))
-        device.port = value;
-    else if (key == QLatin1String("tcp"))
-        good = readPeer(value, device);
-    else if (key == QLatin1String("addr"))
-        good = readWhole(value, 1, 247, device.address);
-    else if (key == QLatin1String("settings"))
-        device.settings = value;
-    else if (key == QLatin1String("timeout"))
-        good = readWhole(value, 1, 60000, device.timeout);
-    else
-        return QStringLiteral("unknown key \"%1\"").arg(key);
-    return good ? QString() : QStringLiteral("%1=%2 is not usable").arg(key, value);
-}
-
 void readDevices(const QStringList &texts, HostOptions &options, NumberReader &reader)
 {
-    QStringList names;
     for (const QString &text : texts) {
-        QString error;
-        const std::optional<DeviceSpec> device = parseDevice(text, error);
-        if (!device) {
-            reader.complain(QStringLiteral("--device %1: %2").arg(text, error));
+        const ParsedDevice parsed = parseDevice(text);
+        if (!parsed.device) {
+            reader.complain(QStringLiteral("--device %1: %2").arg(text, parsed.error));
             continue;
         }
-        if (names.contains(device->name))
-            reader.complain(QStringLiteral("two devices are named \"%1\"").arg(device->name));
-        names << device->name;
-        options.devices << *device;
+        const Outcome fits = checkBeside(*parsed.device, options.devices);
+        if (!fits.isGood())
+            reader.complain(fits.error);
+        options.devices << *parsed.device;
     }
-    if (options.devices.isEmpty())
-        reader.complain(QStringLiteral("no device: give at least one --device"));
 }
 
 void readWindowSize(const QString &text, HostOptions &options, NumberReader &reader)
@@ -223,6 +169,11 @@ HostOptions readValues(const QCommandLineParser &parser, NumberReader &reader)
     options.dataLog = parser.value(label("data-log"));
     options.language = parser.value(label("language"));
     options.screenshot = parser.value(label("screenshot"));
+    options.palette = parser.value(label("palette"));
+    if (!QStringList({ QString(), label("light"), label("dark") }).contains(options.palette))
+        reader.complain(QStringLiteral("--palette is \"light\" or \"dark\""));
+    options.screenshotUnreached = parser.isSet(label("screenshot-unreached"));
+    options.screenshotDialogs = parser.isSet(label("screenshot-dialogs"));
     options.duration = reader.number("duration", 0, 1e6);
     options.screenshotDelay = reader.number("screenshot-after", 0, 3600);
     options.interval = reader.whole("interval", 0, 86400);
@@ -234,8 +185,11 @@ HostOptions readValues(const QCommandLineParser &parser, NumberReader &reader)
     options.gui = parser.isSet(label("gui"));
     options.headless = parser.isSet(label("headless"));
     options.requireOnline = parser.isSet(label("require-online"));
-    readWindowSize(parser.value(label("window-size")), options, reader);
+    if (parser.isSet(label("window-size")))
+        readWindowSize(parser.value(label("window-size")), options, reader);
     readDevices(given(parser, "device"), options, reader);
+    if (options.devices.isEmpty() && (options.headless || !options.screenshot.isEmpty()))
+        reader.complain(QStringLiteral("no device: give at least one --device"));
     if (options.headless && (options.gui || !options.screenshot.isEmpty()))
         reader.complain(QStringLiteral("--headless goes with neither --gui nor --screenshot"));
     return options;
@@ -243,34 +197,32 @@ HostOptions readValues(const QCommandLineParser &parser, NumberReader &reader)
 
 } // namespace
 
-std::optional<DeviceSpec> parseDevice(const QString &text, QString &error)
-{
-    DeviceSpec device;
-    for (const auto &[key, value] : keysAndValues(text)) {
-        error = takePair(key, value, device);
-        if (!error.isEmpty())
-            return {};
-    }
-    if (device.name.isEmpty())
-        error = QStringLiteral("it has no name");
-    else if (device.port.isEmpty() == device.host.isEmpty())
-        error = QStringLiteral("it needs either port= or tcp=");
-    else if (device.isTcp() && (!device.settings.isEmpty() || device.timeout > 0))
-        error = QStringLiteral("settings= and timeout= belong to a port");
-    else
-        return device;
-    return {};
-}
-
 ParsedOptions parseOptions(const QStringList &arguments)
 {
+    for (const QString &argument : arguments)
+        if (argument.section(QLatin1Char('='), 0, 0) == QLatin1String("-plugin"))
+            return { {},
+                     QStringLiteral(
+                         "-plugin is Qt's own option and is not taken here: the UPS "
+                         "plug-in is named with --plugin, and Qt's generic plug-ins with "
+                         "the variable QT_QPA_GENERIC_PLUGINS"),
+                     ExitCode::Usage };
     QCommandLineParser parser;
     defineOptions(parser);
-    const QCommandLineOption help = parser.addHelpOption();
+    // Qt's own one would offer the options of Qt, which are not taken.
+    const QCommandLineOption help({ QStringLiteral("h"), QStringLiteral("help") },
+                                  QStringLiteral("Show this help."));
+    parser.addOption(help);
+    const QCommandLineOption version = parser.addVersionOption();
     if (!parser.parse(arguments))
         return { {}, parser.errorText(), ExitCode::Usage };
     if (parser.isSet(help))
         return { {}, parser.helpText() + helpTail(), ExitCode::Ok };
+    if (parser.isSet(version))
+        return { {},
+                 QStringLiteral("%1 %2\n").arg(QCoreApplication::applicationName(),
+                                               QCoreApplication::applicationVersion()),
+                 ExitCode::Ok };
     NumberReader reader(parser);
     if (!parser.positionalArguments().isEmpty())
         reader.complain(

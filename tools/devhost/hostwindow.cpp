@@ -1,210 +1,300 @@
 #include "hostwindow.h"
 
-#include "devicestate.h"
-#include "eventtable.h"
+#include "alarmpanel.h"
+#include "collectview.h"
+#include "devicepages.h"
+#include "fleetpage.h"
 #include "languages.h"
-#include "plugin/collectview.h"
+#include "topbar.h"
+#include "userlevels.h"
+#include "viewtabs.h"
 
 #include <QApplication>
 #include <QBoxLayout>
-#include <QComboBox>
-#include <QLabel>
+#include <QScreen>
+#include <QShortcut>
 #include <QSplitter>
 #include <QStackedWidget>
-#include <QTabBar>
+#include <QTabWidget>
+
+using namespace HostContract;
 
 namespace {
 
-// clang-format off
-constexpr const char *userLevels[] = {
-    QT_TRANSLATE_NOOP("HostWindow", "Observer"),
-    QT_TRANSLATE_NOOP("HostWindow", "Operator"),
-    QT_TRANSLATE_NOOP("HostWindow", "Administrator"),
-};
-// clang-format on
-
-constexpr int LastLevel = int(std::size(userLevels)) - 1;
+const QSize leastSize(1000, 640);
+constexpr int leastPageHeight = 200; // the log never squeezes the page to nothing
+constexpr int secondMs = 1000;
 
 } // namespace
 
 HostWindow::HostWindow(const HostOptions &options, DeviceHost &host)
     : m_options(options)
     , m_host(host)
-    , m_chooser(new QTabBar)
-    , m_views(new QStackedWidget)
-    , m_log(new EventTable)
+    , m_logFile(AlarmFile::standardName())
+    , m_fleet(m_log)
+    , m_bar(new TopBar(options.userLevel, languageOf(options.language).code))
+    , m_centre(new QStackedWidget)
+    , m_fleetPage(new FleetPage(m_fleet))
+    , m_pages(new DevicePages(languageOf(options.language).number))
+    , m_panel(new AlarmPanel(m_log))
+    , m_splitter(new QSplitter(Qt::Vertical))
+    , m_editor(host, options.devicesAreRemembered ? &m_memory : nullptr, *this)
 {
-    setMinimumSize(1000, 640);
-    auto *splitter = new QSplitter(Qt::Vertical);
-    splitter->addWidget(m_views);
-    splitter->addWidget(m_log);
-    splitter->setStretchFactor(0, 1);
-    splitter->setStretchFactor(1, 0);
-    splitter->setChildrenCollapsible(false);
-    auto *centre = new QWidget;
-    auto *column = new QVBoxLayout(centre);
+    m_centre->addWidget(m_fleetPage);
+    m_centre->addWidget(m_pages);
+    m_centre->setMinimumHeight(leastPageHeight);
+    m_splitter->addWidget(m_centre);
+    m_splitter->addWidget(m_panel);
+    m_splitter->setStretchFactor(0, 1);
+    m_splitter->setStretchFactor(1, 0);
+    m_splitter->setChildrenCollapsible(false);
+    auto *whole = new QWidget;
+    auto *column = new QVBoxLayout(whole);
     column->setContentsMargins(8, 8, 8, 8);
     column->setSpacing(8);
-    column->addWidget(createTopBar());
-    column->addWidget(splitter, 1);
-    setCentralWidget(centre);
+    column->addWidget(m_bar);
+    column->addWidget(m_splitter, 1);
+    setCentralWidget(whole);
 
+    openLog();
+    connectParts();
     for (const auto &device : host.devices())
-        addDevice(*device);
-    setUserLevel(options.userLevel);
-    connect(m_chooser, &QTabBar::currentChanged, this, &HostWindow::select);
-    connect(&host, &DeviceHost::posted, this, &HostWindow::take);
-    connect(&host, &DeviceHost::logged, this, &HostWindow::takeEntry);
-    select(0);
-    // No control has the focus at first: a stray key changes nothing.
-    setFocus();
-    resize(options.windowSize);
+        add(device.get(), m_fleet.rowCount());
+    m_fleetPage->setNote(host.driverFault());
+    setUserLevel();
+    restorePlace();
+    // No control has the focus at first but the list: a stray key changes nothing.
+    m_fleetPage->setFocus();
 }
 
 HostWindow::~HostWindow()
 {
-    for (const Page &page : qAsConst(m_pages)) {
-        if (!page.view)
-            continue;
-        m_views->removeWidget(page.view);
-        page.view->setParent(nullptr);
-    }
+    m_host.disconnect(this);
 }
 
-CollectView *HostWindow::firstView() const
+CollectView *HostWindow::firstView()
 {
-    return m_pages.isEmpty() ? nullptr : m_pages.first().view;
+    return m_host.devices().empty() ? nullptr : m_pages->view(m_host.devices().front().get());
 }
 
-QWidget *HostWindow::createTopBar()
+int HostWindow::userLevel() const
 {
-    m_chooser->setObjectName(QStringLiteral("deviceChooser"));
-    m_chooser->setAccessibleName(tr("Device"));
-    m_chooser->setDrawBase(false);
-    m_chooser->setExpanding(false);
-    auto *bar = new QWidget;
-    auto *row = new QHBoxLayout(bar);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(8);
-    row->addWidget(m_chooser, 1);
-    QComboBox *const boxes[] = { createUserLevels(), createLanguages() };
-    const QString labels[] = { tr("&User:"), tr("&Language:") };
-    for (size_t i = 0; i < std::size(boxes); ++i) {
-        auto *label = new QLabel(labels[i]);
-        label->setBuddy(boxes[i]);
-        row->addSpacing(8);
-        row->addWidget(label);
-        row->addWidget(boxes[i]);
-    }
-    return bar;
+    return m_bar->user().level();
 }
 
-QComboBox *HostWindow::createUserLevels()
+void HostWindow::connectParts()
 {
-    auto *box = new QComboBox;
-    box->setObjectName(QStringLiteral("userLevel"));
-    for (const char *text : userLevels)
-        box->addItem(tr(text));
-    box->setCurrentIndex(qMin(m_options.userLevel, LastLevel));
-    connect(box, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
-            &HostWindow::setUserLevel);
-    return box;
-}
-
-QComboBox *HostWindow::createLanguages()
-{
-    auto *box = new QComboBox;
-    box->setObjectName(QStringLiteral("language"));
-    for (const HostLanguage &language : hostLanguages)
-        box->addItem(QString::fromUtf8(language.name), QString::fromLatin1(language.code));
-    box->setCurrentIndex(box->findData(QString::fromLatin1(languageOf(m_options.language).code)));
-    connect(box, QOverload<int>::of(&QComboBox::activated), this, [this, box](int index) {
-        const QString code = box->itemData(index).toString();
-        if (code != QLatin1String(languageOf(m_options.language).code))
-            emit languageChosen(code);
+    connect(&m_host, &DeviceHost::posted, this, &HostWindow::take);
+    connect(&m_host, &DeviceHost::added, this, &HostWindow::add);
+    connect(&m_host, &DeviceHost::leaving, this, &HostWindow::remove);
+    connect(&m_log, &AlarmLog::changed, this, [this](const AlarmRecord &record) {
+        const Outcome kept = m_logFile.append(record, m_log.records());
+        if (!kept.isGood())
+            m_panel->setNote(kept.error);
     });
-    return box;
+    connect(&m_fleet, &FleetModel::statusChanged, this, &HostWindow::showStatus);
+    connect(m_fleetPage, &FleetPage::opened, this, &HostWindow::open);
+    connect(m_fleetPage, &FleetPage::addAsked, this, &HostWindow::askForDevice);
+    connect(m_fleetPage, &FleetPage::editAsked, this,
+            [this](HostDevice *device) { m_editor.edit(*device); });
+    connect(m_fleetPage, &FleetPage::removeAsked, this,
+            [this](HostDevice *device) { m_editor.remove(*device); });
+    connect(m_panel, &AlarmPanel::opened, this,
+            [this](const QString &name) { open(m_host.device(name)); });
+    connect(m_bar, &TopBar::allAsked, this, &HostWindow::openFleet);
+    connect(m_bar, &TopBar::deviceAsked, this,
+            [this](const QString &name) { open(m_host.device(name)); });
+    connect(m_bar, &TopBar::userLevelChanged, this, &HostWindow::setUserLevel);
+    connect(m_bar, &TopBar::languageChosen, this, [this](const QString &code) {
+        savePlace();
+        emit languageChosen(code);
+    });
+    auto *back = new QShortcut(QKeySequence::Back, this);
+    connect(back, &QShortcut::activated, this, &HostWindow::openFleet);
+    connect(&m_seconds, &QTimer::timeout, this, [this] {
+        m_fleet.refreshAges();
+        m_log.refreshDurations();
+    });
+    m_seconds.start(secondMs);
 }
 
-void HostWindow::addDevice(HostDevice &device)
+void HostWindow::openLog()
 {
-    CollectView *view = device.view();
-    if (view) {
-        view->setLanguage(languageOf(m_options.language).number);
-        m_views->addWidget(view);
-    } else {
-        auto *label = new QLabel(tr("The plug-in has no view for this device."));
-        label->setAlignment(Qt::AlignCenter);
-        m_views->addWidget(label);
+    const Outcome opened = m_logFile.open();
+    if (opened.isGood())
+        m_log.restore(m_logFile.load());
+    else
+        m_panel->setNote(opened.error);
+}
+
+void HostWindow::restorePlace()
+{
+    const bool isForPictures = !m_options.screenshot.isEmpty();
+    const WindowMemory::Place place = isForPictures ? WindowMemory::Place() : m_memory.place();
+    // A picture may be larger than the screen.
+    const QSize room = isForPictures ? QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX)
+                                     : QApplication::primaryScreen()->availableSize();
+    setMinimumSize(leastSize.boundedTo(room));
+    const bool isGiven = m_options.windowSize.isValid();
+    if (isGiven || !restoreGeometry(place.geometry))
+        resize((isGiven ? m_options.windowSize : leastSize).boundedTo(room));
+    m_splitter->restoreState(place.splitter);
+    HostDevice *device = m_host.device(place.device);
+    // One device needs no list of one; several are looked over first.
+    if (!device && (m_host.devices().size() == 1 || isForPictures))
+        device = m_host.devices().front().get();
+    open(device);
+    QTabWidget *tabs =
+        device && m_pages->view(device) ? outermostTabs(*m_pages->view(device)) : nullptr;
+    if (tabs && device->name() == place.device && place.tab < tabs->count())
+        tabs->setCurrentIndex(place.tab);
+}
+
+void HostWindow::savePlace()
+{
+    if (!m_options.screenshot.isEmpty())
+        return;
+    WindowMemory::Place place { saveGeometry(), m_splitter->saveState(), {}, 0 };
+    HostDevice *device = shownDevice();
+    if (device) {
+        CollectView *view = m_pages->view(device);
+        const QTabWidget *tabs = view ? outermostTabs(*view) : nullptr;
+        place.device = device->name();
+        place.tab = tabs ? tabs->currentIndex() : 0;
     }
-    m_pages.append({ &device, view, {}, -1 });
-    m_chooser->addTab(device.name());
-    showState(m_pages.size() - 1);
+    m_memory.setPlace(place);
 }
 
-void HostWindow::setUserLevel(int level)
+void HostWindow::closeEvent(QCloseEvent *event)
 {
-    const QString user = tr(userLevels[qBound(0, level, LastLevel)]);
-    for (const Page &page : qAsConst(m_pages))
-        if (page.view)
-            page.view->setUserInfo(user, level);
+    savePlace();
+    QMainWindow::closeEvent(event);
+}
+
+void HostWindow::openFleet()
+{
+    m_fleetPage->choose(shownDevice());
+    m_centre->setCurrentWidget(m_fleetPage);
+    m_bar->setCurrent({});
+    m_fleetPage->setFocus();
+    showTitle();
+}
+
+void HostWindow::open(HostDevice *device)
+{
+    if (!device)
+        return openFleet();
+    m_pages->open(device);
+    m_centre->setCurrentWidget(m_pages);
+    m_bar->setCurrent(device->name());
+    showTitle();
+}
+
+HostDevice *HostWindow::shownDevice() const
+{
+    return m_centre->currentWidget() == m_pages ? m_host.device(m_bar->current()) : nullptr;
+}
+
+void HostWindow::add(HostDevice *device, int index)
+{
+    m_log.setEventTexts(device->eventTexts());
+    m_fleet.insert(device, index);
+    m_pages->add(device);
+    m_fleetPage->setNote(m_host.driverFault());
+    showDevices();
+}
+
+void HostWindow::remove(HostDevice *device)
+{
+    if (shownDevice() == device)
+        openFleet();
+    m_pages->remove(device);
+    m_fleet.remove(device);
+    // A device that was edited comes again at once.
+    const QString name = device->name();
+    m_log.doubt(name);
+    QTimer::singleShot(0, this, [this, name] {
+        if (!m_host.device(name))
+            m_log.abandon(name, QDateTime::currentDateTime());
+    });
+    showDevices();
+}
+
+void HostWindow::showDevices()
+{
+    const HostDevice *shown = shownDevice();
+    QStringList names;
+    m_bar->clearDevices();
+    for (int row = 0; row < m_fleet.rowCount(); ++row) {
+        const HostDevice *device = m_fleet.device(row);
+        m_bar->addDevice(device->name(), m_fleet.status(device).level);
+        names << device->name();
+    }
+    m_bar->setCurrent(shown ? shown->name() : QString());
+    m_panel->setDevices(names);
+    showTitle();
 }
 
 void HostWindow::take(HostDevice *device, const HostEvent &event)
 {
-    const int index = indexOf(device);
-    if (event.type == DataReport && m_pages.at(index).view)
-        feed(*device, event);
-    showState(index);
+    const std::optional<LogEntry> entry = logEntry(event, device->eventTexts());
+    if (entry) {
+        m_log.take(*entry);
+        if (entry->kind == LogEntry::Kind::Lost
+            || (entry->kind == LogEntry::Kind::Appear
+                && Severities::ofFlag(entry->flag) > Severity::Information))
+            QApplication::alert(this);
+    }
+    if (event.type == DataReportEvent && device->state() == 0)
+        m_log.reconcile(device->name(), event.data(), event.received);
+    if (event.type == LinkLostEvent && !device->wasOnline())
+        findReason(device);
+    m_pages->feed(device, event);
+    m_fleet.touch(device);
 }
 
-void HostWindow::takeEntry(const LogEntry &entry)
+void HostWindow::findReason(HostDevice *device)
 {
-    m_log->prepend(entry);
-    if (entry.kind == LogEntry::Kind::Appear || entry.kind == LogEntry::Kind::Lost)
-        QApplication::alert(this);
+    auto *check = new ReachCheck(device);
+    connect(check, &ReachCheck::finished, this, [this, device, check](bool, const QString &text) {
+        if (m_fleet.rowOf(device) >= 0)
+            m_fleet.setReason(device, text);
+        check->deleteLater();
+    });
+    check->start(device->spec());
 }
 
-void HostWindow::feed(HostDevice &device, const HostEvent &event)
+void HostWindow::askForDevice()
 {
-    Page &page = m_pages[indexOf(&device)];
-    const EventMap information = device.information();
-    for (auto it = information.constBegin(); it != information.constEnd(); ++it)
-        if (page.information.value(it.key()) != it.value())
-            page.view->flushUpsInfo(it.key(), it.value());
-    page.information = information;
-    page.view->flushData(event.data());
+    m_editor.add();
 }
 
-void HostWindow::select(int index)
+void HostWindow::setUserLevel()
 {
-    m_views->setCurrentIndex(index);
-    showTitle();
+    const int level = userLevel();
+    m_pages->setUser(m_bar->user().userName(), level);
+    m_panel->setMayAcknowledge(level > UserLevels::observer);
+    m_fleetPage->setMayChange(level > UserLevels::observer);
 }
 
-void HostWindow::showState(int index)
+void HostWindow::showStatus(HostDevice *device)
 {
-    Page &page = m_pages[index];
-    const DeviceState::Level level = DeviceState::of(*page.device);
-    if (level == page.shownState)
-        return;
-    page.shownState = level;
-    m_chooser->setTabIcon(index, DeviceState::icon(level));
-    m_chooser->setTabToolTip(index, DeviceState::text(level));
+    m_bar->setLevel(device->name(), m_fleet.status(device).level);
     showTitle();
 }
 
 void HostWindow::showTitle()
 {
-    const Page &page = m_pages.at(qMax(m_chooser->currentIndex(), 0));
-    setWindowTitle(
-        tr("%1 - %2").arg(page.device->name(), DeviceState::text(DeviceState::of(*page.device))));
-}
-
-int HostWindow::indexOf(const HostDevice *device) const
-{
-    for (int i = 0; i < m_pages.size(); ++i)
-        if (m_pages.at(i).device == device)
-            return i;
-    return -1;
+    const HostDevice *device = shownDevice();
+    QStringList parts;
+    if (device) {
+        const DeviceStatus &status = m_fleet.status(device);
+        const bool says = status.isLive && !status.mode.isEmpty();
+        parts << tr("%1: %2").arg(device->name(), says ? status.mode : status.state);
+    }
+    const QString summary = m_fleet.summary();
+    if (!summary.isEmpty())
+        parts << summary;
+    parts << tr("KX300 device host");
+    setWindowTitle(parts.join(QStringLiteral(" – ")));
 }

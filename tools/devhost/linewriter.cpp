@@ -1,25 +1,23 @@
 #include "linewriter.h"
 
+#include "systemerror.h"
+
 #include <QFile>
 #include <QStringList>
 
 #include <cerrno>
-#include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
-QString systemError(int error)
+/** The first line of an open file without its line end; by way of its descriptor, since the name
+ *  may stand for another file by now. */
+QByteArray firstLine(int descriptor)
 {
-    return QString::fromLocal8Bit(std::strerror(error));
-}
-
-/** The first line of a file without its line end. */
-QByteArray firstLine(const QString &file)
-{
-    QFile reader(file);
+    QFile reader(QStringLiteral("/proc/self/fd/%1").arg(descriptor));
     if (!reader.open(QIODevice::ReadOnly))
         return {};
     const QByteArray line = reader.readLine();
@@ -28,37 +26,35 @@ QByteArray firstLine(const QString &file)
 
 } // namespace
 
-LineWriter::LineWriter(int descriptor)
-    : m_descriptor(descriptor)
-{
-}
-
 LineWriter::~LineWriter()
 {
-    if (m_owned)
+    if (isOpen())
         ::close(m_descriptor);
 }
 
-QString LineWriter::open(const QString &file, const QByteArray &header)
+Outcome LineWriter::open(const QString &file, const QByteArray &header)
 {
+    // Without waiting: a FIFO that nobody reads would stop the host here for good.
     const int descriptor = ::open(QFile::encodeName(file).constData(),
-                                  O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644);
+                                  O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK, 0644);
+    const int failure = errno;
+    if (descriptor < 0 && failure == ENXIO)
+        return { QStringLiteral("cannot open %1: nobody reads from it").arg(file) };
     if (descriptor < 0)
-        return QStringLiteral("cannot open %1: %2").arg(file, systemError(errno));
+        return { QStringLiteral("cannot open %1: %2").arg(file, systemError(failure)) };
     m_descriptor = descriptor;
-    m_owned = true;
     m_name = file;
     struct stat status = {};
     if (::fstat(descriptor, &status) != 0)
-        return QStringLiteral("cannot read the size of %1: %2").arg(file, systemError(errno));
+        return { QStringLiteral("cannot read the size of %1: %2").arg(file, systemError(errno)) };
     if (!S_ISREG(status.st_mode) || status.st_size == 0)
         return writeLine(header);
-    if (firstLine(file) == header)
+    if (firstLine(descriptor) == header)
         return {};
-    return QStringLiteral("%1 holds other columns than this log").arg(file);
+    return { QStringLiteral("%1 holds other columns than this log").arg(file) };
 }
 
-QString LineWriter::writeLine(const QByteArray &line)
+Outcome LineWriter::writeLine(const QByteArray &line)
 {
     if (!isOpen())
         return {};
@@ -70,12 +66,11 @@ QString LineWriter::writeLine(const QByteArray &line)
     }
     const int failure = errno;
     QString rest;
-    if (regular && m_owned && ::ftruncate(m_descriptor, before.st_size) != 0)
+    if (regular && ::ftruncate(m_descriptor, before.st_size) != 0)
         rest = QStringLiteral(" (and a part of the line stays)");
-    if (m_failing)
+    if (std::exchange(m_failing, true))
         return {};
-    m_failing = true;
-    return QStringLiteral("cannot write %1: %2%3").arg(m_name, systemError(failure), rest);
+    return { QStringLiteral("cannot write %1: %2%3").arg(m_name, systemError(failure), rest) };
 }
 
 bool LineWriter::writeAll(const QByteArray &bytes)

@@ -1,44 +1,44 @@
 #pragma once
 
+#include "outcome.h"
+
 #include <QByteArray>
-#include <QString>
+
+class QStringList;
 
 /**
- * Writes whole lines to a descriptor, each with one call, and says once when that fails.
+ * Writes whole lines to a log file, each with one call, and says once when that fails.
  *
  * In a file a line that did not fit is taken back, so that a full disk leaves no half line; the
- * lines after it are tried again, since space may come back.
+ * lines after it are tried again, since space may come back. A FIFO must have a reader when it is
+ * opened, and a reader that does not keep up loses lines: nobody's slowness may stop the host.
  *
  * Threads:   one thread.
- * Ownership: owns the descriptor when it opened the file itself.
+ * Ownership: owns the descriptor.
  */
 class LineWriter
 {
 public:
-    /** For a descriptor of the caller's, such as standard output. */
-    explicit LineWriter(int descriptor = -1);
+    LineWriter() = default;
     ~LineWriter();
     LineWriter(const LineWriter &) = delete;
     LineWriter &operator=(const LineWriter &) = delete;
 
     /** Opens a file for appending; a file that is not empty must begin with the line `header`,
-     *  an empty one gets it.
-     *  @return the reason of a failure, empty when the file is open */
-    QString open(const QString &file, const QByteArray &header);
+     *  an empty one gets it. Never blocks. */
+    Outcome open(const QString &file, const QByteArray &header);
 
     bool isOpen() const { return m_descriptor >= 0; }
 
     /** Appends a line; the line end is added. Does nothing while closed.
-     *  @return the reason of a failure, empty on success and while a failure that was reported
-     *          goes on */
-    QString writeLine(const QByteArray &line);
+     *  @return good also while a failure that was reported goes on */
+    Outcome writeLine(const QByteArray &line);
 
 private:
     bool writeAll(const QByteArray &bytes);
 
     QString m_name;
-    int m_descriptor;
-    bool m_owned = false;
+    int m_descriptor = -1;
     bool m_failing = false;
 };
 

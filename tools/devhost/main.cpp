@@ -19,7 +19,7 @@ namespace {
 
 int fail(ExitCode code, const QString &text)
 {
-    std::fprintf(stderr, "devhost: %s\n", qUtf8Printable(text));
+    std::fprintf(stderr, "kx300-devhost: %s\n", qUtf8Printable(text));
     return int(code);
 }
 
@@ -51,7 +51,7 @@ int conclude(int code, const HostOptions &options, const DeviceHost &host)
     return code;
 }
 
-Ending run(const HostOptions &options, bool window)
+Ending run(const HostOptions &options, const QStringList &arguments, bool window)
 {
     if (options.quiet)
         QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
@@ -69,6 +69,7 @@ Ending run(const HostOptions &options, bool window)
     connectEnds(host, signalWatch, options.duration);
     CommandInput input(STDIN_FILENO);
     QObject::connect(&input, &CommandInput::line, &host, &DeviceHost::command);
+    QObject::connect(&input, &CommandInput::refused, &host, &DeviceHost::refuseLongLine);
     DeviceHost::Failure failure = host.open();
     std::unique_ptr<HostGui> gui;
     if (window && failure.code == ExitCode::Ok) {
@@ -80,14 +81,17 @@ Ending run(const HostOptions &options, bool window)
         return { fail(failure.code, failure.text), {} };
     host.start();
     const int code = QCoreApplication::exec();
-    if (code == HostGui::Restart)
-        return { code, gui->restartArguments(QCoreApplication::arguments()) };
+    host.finishOutput();
+    if (code == HostGui::restart)
+        return { code, gui->restartArguments(arguments) };
     return { conclude(code, options, host), {} };
 }
 
-/** Makes the application object that the run needs. */
+/** Makes the application object that the run needs. It gets the program's name only: Qt would take
+ *  --plugin and some others for options of its own. */
 std::unique_ptr<QCoreApplication> createApplication(int &argc, char **argv, bool window)
 {
+    argc = 1;
     if (!window)
         return std::make_unique<QCoreApplication>(argc, argv);
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
@@ -99,33 +103,42 @@ std::unique_ptr<QCoreApplication> createApplication(int &argc, char **argv, bool
 
 int main(int argc, char **argv)
 {
-    QCoreApplication::setApplicationName(QStringLiteral("devhost"));
-    HostOptions options;
+    QCoreApplication::setApplicationName(QStringLiteral("kx300-devhost"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(DEVHOST_VERSION));
+    QStringList arguments;
+    ParsedOptions parsed;
     {
         const QCoreApplication parsing(argc, argv);
-        const ParsedOptions parsed = parseOptions(parsing.arguments());
-        if (!parsed.message.isEmpty() && parsed.code == ExitCode::Ok) {
-            std::fputs(qUtf8Printable(parsed.message), stdout);
-            return 0;
-        }
-        if (parsed.code != ExitCode::Ok)
-            return fail(parsed.code, parsed.message);
-        options = parsed.options;
+        arguments = QCoreApplication::arguments();
+        parsed = parseOptions(arguments);
     }
+    if (!parsed.message.isEmpty() && parsed.code == ExitCode::Ok) {
+        std::fputs(qUtf8Printable(parsed.message), stdout);
+        return 0;
+    }
+    if (parsed.code != ExitCode::Ok)
+        return fail(parsed.code, parsed.message);
+    HostOptions options = parsed.options;
     const bool window = HostGui::isWanted(options);
+    options.devicesAreRemembered = window && options.devices.isEmpty();
+    if (options.devicesAreRemembered)
+        options.devices = WindowMemory().devices();
+    if (!window && options.devices.isEmpty())
+        return fail(ExitCode::Usage, QStringLiteral("no device: give at least one --device"));
     if (window && !HostGui::preparePlatform(options))
         return fail(ExitCode::Display, QStringLiteral("--gui: there is no display"));
     if (!RunDirectory::isActive())
-        return fail(ExitCode::RunDirectory, RunDirectory::enter(argv, options.driverDirectory));
+        return fail(ExitCode::RunDirectory,
+                    RunDirectory::enter(argv, options.driverDirectory).error);
 
     Ending ending;
     {
         const std::unique_ptr<QCoreApplication> application = createApplication(argc, argv, window);
-        ending = run(options, window);
+        ending = run(options, arguments, window);
     }
-    QString error;
+    Outcome restarted;
     if (!ending.arguments.isEmpty())
-        error = RunDirectory::restart(ending.arguments);
+        restarted = RunDirectory::restart(ending.arguments);
     RunDirectory::remove();
-    return error.isEmpty() ? ending.code : fail(ExitCode::RunDirectory, error);
+    return restarted.isGood() ? ending.code : fail(ExitCode::RunDirectory, restarted.error);
 }

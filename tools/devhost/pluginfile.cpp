@@ -1,6 +1,6 @@
 #include "pluginfile.h"
 
-#include "plugin/collectthread.h"
+#include "collectthread.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr char PluginName[] = "libkx300_g4_6-20k_Client.so";
+constexpr char pluginName[] = "libkx300_g4_6-20k_Client.so";
 constexpr const char *pluginDirectories[] = { "../lib", DEVHOST_PLUGIN_DIRECTORY };
 
 struct RequiredText
@@ -73,7 +73,7 @@ QString defaultPlugin(const QString &bin)
     for (const char *directory : pluginDirectories) {
         const QString file = QDir::cleanPath(
             QStringLiteral("%1/%2/%3")
-                .arg(bin, QString::fromLatin1(directory), QLatin1String(PluginName)));
+                .arg(bin, QString::fromLatin1(directory), QLatin1String(pluginName)));
         if (QFileInfo::exists(file))
             return file;
         if (first.isEmpty())

@@ -1,10 +1,10 @@
 #include "pollthread.h"
 
-#include "plugin/collectthread.h"
+#include "collectthread.h"
 
 namespace {
-constexpr unsigned long PauseMs = 100;
-constexpr unsigned long StopMs = 300;
+constexpr unsigned long pauseMs = 100;
+constexpr unsigned long stopMs = 300;
 } // namespace
 
 PollThread::PollThread(CollectThread &client)
@@ -25,7 +25,7 @@ void PollThread::stop()
         m_stop = true;
         m_wake.wakeAll();
     }
-    wait(StopMs);
+    wait(stopMs);
 }
 
 void PollThread::run()
@@ -36,6 +36,6 @@ void PollThread::run()
         m_client.poll();
         lock.relock();
         if (!m_stop)
-            m_wake.wait(&m_mutex, PauseMs);
+            m_wake.wait(&m_mutex, pauseMs);
     }
 }

@@ -1,44 +1,69 @@
 #include "rundirectory.h"
 
+#include "configfiles.h"
+#include "systemerror.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <cerrno>
-#include <cstring>
 #include <unistd.h>
 #include <vector>
 
 namespace {
 
-constexpr char RunVariable[] = "DEVHOST_RUN_DIRECTORY";
-constexpr char OriginVariable[] = "DEVHOST_ORIGIN";
+constexpr char runVariable[] = "DEVHOST_RUN_DIRECTORY";
+constexpr char originVariable[] = "DEVHOST_ORIGIN";
+constexpr char markerName[] = "/process";
 
-QString executable()
+/** What the file beside the copy says: the process that made it, which is the one that runs it. */
+QByteArray marker()
 {
-    return QFile::symLinkTarget(QStringLiteral("/proc/self/exe"));
+    return QByteArray::number(qint64(::getpid())) + '\n';
 }
 
-QString systemError(int error)
+QString runDirectory()
 {
-    return QString::fromLocal8Bit(std::strerror(error));
+    return QFile::decodeName(qgetenv(runVariable));
 }
 
-/** @return the reason of a failure, empty when all is there */
-QString populate(const QString &directory, const QFileInfo &original, const QString &libraries)
+Outcome writeMarker(const QString &directory)
+{
+    QFile file(directory + QLatin1String(markerName));
+    if (file.open(QIODevice::WriteOnly) && file.write(marker()) > 0 && file.flush())
+        return {};
+    return { QStringLiteral("cannot write %1: %2").arg(file.fileName(), file.errorString()) };
+}
+
+Outcome populate(const QString &directory, const QFileInfo &original, const QString &libraries)
 {
     const QString bin = directory + QLatin1String("/bin");
     if (!QDir().mkdir(bin))
-        return QStringLiteral("cannot make %1").arg(bin);
+        return { QStringLiteral("cannot make %1").arg(bin) };
     QFile source(original.filePath());
     if (!source.copy(bin + QLatin1Char('/') + original.fileName()))
-        return QStringLiteral("cannot copy %1 to %2: %3")
-            .arg(original.filePath(), bin, source.errorString());
+        return { QStringLiteral("cannot copy %1 to %2: %3")
+                     .arg(original.filePath(), bin, source.errorString()) };
     const QByteArray link = QFile::encodeName(directory + QLatin1String("/lib"));
     if (::symlink(QFile::encodeName(libraries).constData(), link.constData()) != 0)
-        return QStringLiteral("cannot link to %1: %2").arg(libraries, systemError(errno));
-    return {};
+        return { QStringLiteral("cannot link to %1: %2").arg(libraries, systemError(errno)) };
+    return writeMarker(directory);
+}
+
+/** Removes what populate() and the run made, and no other file. */
+void removeOwn(const QString &directory, const QString &program)
+{
+    const QString bin = directory + QLatin1String("/bin");
+    removeConfiguration(bin);
+    for (const QString &file :
+         { bin + QLatin1Char('/') + program, directory + QLatin1String("/lib"),
+           directory + QLatin1String(markerName) })
+        QFile::remove(file);
+    QDir().rmdir(bin);
+    if (!QDir().rmdir(directory))
+        qWarning("%s stays: others have put files there", qUtf8Printable(directory));
 }
 
 /** The run path serves a driver beside an uninstalled program; this serves the other layouts. */
@@ -53,54 +78,63 @@ void addToLibraryPath(const QString &directory)
 
 } // namespace
 
-bool RunDirectory::isActive()
+QString RunDirectory::executable()
 {
-    // The variable may have come from a run that started this process: then it names another place.
-    const QByteArray directory = qgetenv(RunVariable);
-    return !directory.isEmpty()
-        && QFileInfo(executable()).path() == QFile::decodeName(directory) + QLatin1String("/bin");
+    return QFile::symLinkTarget(QStringLiteral("/proc/self/exe"));
 }
 
-QString RunDirectory::enter(char **argv, const QString &driverDirectory)
+bool RunDirectory::isActive()
 {
-    const QFileInfo original(executable());
+    // Anybody can set the variable, to an installation too: only what this process made is its own.
+    const QString directory = runDirectory();
+    if (directory.isEmpty()
+        || QFileInfo(RunDirectory::executable()).path() != directory + QLatin1String("/bin"))
+        return false;
+    QFile file(directory + QLatin1String(markerName));
+    return QFileInfo(file).isFile() && file.open(QIODevice::ReadOnly) && file.readAll() == marker();
+}
+
+Outcome RunDirectory::enter(char **argv, const QString &driverDirectory)
+{
+    const QFileInfo original(RunDirectory::executable());
     QString libraries = QDir::cleanPath(original.path() + QLatin1String("/../lib"));
     if (!driverDirectory.isEmpty()) {
         libraries = QFileInfo(driverDirectory).canonicalFilePath();
         if (libraries.isEmpty())
-            return QStringLiteral("no driver directory %1").arg(driverDirectory);
+            return { QStringLiteral("no driver directory %1").arg(driverDirectory) };
         addToLibraryPath(libraries);
     }
     QTemporaryDir temporary(QDir(QDir::tempPath()).canonicalPath()
                             + QLatin1String("/devhost-XXXXXX"));
     if (!temporary.isValid())
-        return QStringLiteral("cannot make a directory in %1: %2")
-            .arg(QDir::tempPath(), temporary.errorString());
-    const QString error = populate(temporary.path(), original, libraries);
-    if (!error.isEmpty())
-        return error;
+        return { QStringLiteral("cannot make a directory in %1: %2")
+                     .arg(QDir::tempPath(), temporary.errorString()) };
+    const Outcome made = populate(temporary.path(), original, libraries);
+    if (!made.isGood())
+        return made;
 
-    qputenv(RunVariable, QFile::encodeName(temporary.path()));
-    qputenv(OriginVariable, QFile::encodeName(original.path()));
+    qputenv(runVariable, QFile::encodeName(temporary.path()));
+    qputenv(originVariable, QFile::encodeName(original.path()));
     const QString copy = temporary.path() + QLatin1String("/bin/") + original.fileName();
     ::execv(QFile::encodeName(copy).constData(), argv);
     const int failure = errno;
-    return QStringLiteral("cannot start %1: %2; set TMPDIR to a directory that allows programs")
-        .arg(copy, systemError(failure));
+    return { QStringLiteral("cannot start %1: %2; set TMPDIR to a directory that allows programs")
+                 .arg(copy, systemError(failure)) };
 }
 
 QString RunDirectory::originalBinDirectory()
 {
-    return isActive() ? QFile::decodeName(qgetenv(OriginVariable)) : QFileInfo(executable()).path();
+    return isActive() ? QFile::decodeName(qgetenv(originVariable))
+                      : QFileInfo(RunDirectory::executable()).path();
 }
 
 void RunDirectory::remove()
 {
     if (isActive())
-        QDir(QFile::decodeName(qgetenv(RunVariable))).removeRecursively();
+        removeOwn(runDirectory(), QFileInfo(RunDirectory::executable()).fileName());
 }
 
-QString RunDirectory::restart(const QStringList &arguments)
+Outcome RunDirectory::restart(const QStringList &arguments)
 {
     std::vector<QByteArray> texts;
     for (const QString &argument : arguments)
@@ -109,6 +143,6 @@ QString RunDirectory::restart(const QStringList &arguments)
     for (QByteArray &text : texts)
         pointers.push_back(text.data());
     pointers.push_back(nullptr);
-    ::execv(QFile::encodeName(executable()).constData(), pointers.data());
-    return systemError(errno);
+    ::execv(QFile::encodeName(RunDirectory::executable()).constData(), pointers.data());
+    return { systemError(errno) };
 }

@@ -1,6 +1,8 @@
 #pragma once
 
-#include <QString>
+#include "outcome.h"
+
+#include <QStringList>
 
 /**
  * The private directory from which one run of the program works.
@@ -13,21 +15,26 @@
  *     <temporary>/devhost-XXXXXX/bin/KOVA/...        the configuration files of this run
  *     <temporary>/devhost-XXXXXX/lib                 link to the original's ../lib, or to the
  *                                                    driver's directory: the run path still works
+ *     <temporary>/devhost-XXXXXX/process             the id of the process that made it
  *
- * The working directory, the arguments and the process id stay. A run that ends removes it.
+ * The working directory, the arguments and the process id stay. A run that ends removes what is
+ * listed here, and nothing else.
  *
  * Threads: main thread, before others exist.
  */
 class RunDirectory
 {
 public:
-    /** Whether this process is such a copy. */
+    /** Whether this process is such a copy, in a directory that it made itself. */
     static bool isActive();
 
     /** Makes the directory and becomes the copy.
      *  @param driverDirectory  where the driver is; empty: the original's ../lib
-     *  @return the reason why it failed; does not return otherwise */
-    static QString enter(char **argv, const QString &driverDirectory);
+     *  @return why it failed; does not return otherwise */
+    static Outcome enter(char **argv, const QString &driverDirectory);
+
+    /** The file that this process runs: the copy's, once it is active. */
+    static QString executable();
 
     /** The directory of the original executable. */
     static QString originalBinDirectory();
@@ -36,6 +43,6 @@ public:
     static void remove();
 
     /** Starts the copy again in the same directory.
-     *  @return the reason why it failed; does not return otherwise */
-    static QString restart(const QStringList &arguments);
+     *  @return why it failed; does not return otherwise */
+    static Outcome restart(const QStringList &arguments);
 };

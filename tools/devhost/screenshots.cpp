@@ -1,11 +1,16 @@
 #include "screenshots.h"
 
+#include "dialogscenes.h"
+#include "viewtabs.h"
+
 #include <QTabWidget>
+
+using namespace HostContract;
 
 namespace {
 
-constexpr int PatienceMs = 90000; // a TCP peer that is slow to come may take two attempts
-constexpr int SettleMs = 700;     // the tab's refresh and some steps of its animation
+constexpr int patienceMs = 90000; // a TCP peer that is slow to come may take two attempts
+constexpr int settleMs = 700;     // the tab's refresh and some steps of its animation
 
 /** The name of a tab in file names: its page's object name without "Table", else its place. */
 QString tabName(const QTabWidget &tabs, int index)
@@ -16,33 +21,37 @@ QString tabName(const QTabWidget &tabs, int index)
     return name.isEmpty() ? QString::number(index) : name;
 }
 
-/** The outermost tab widget below a widget. */
-QTabWidget *outermostTabs(QWidget &widget)
-{
-    QTabWidget *direct = widget.findChild<QTabWidget *>({}, Qt::FindDirectChildrenOnly);
-    return direct ? direct : widget.findChild<QTabWidget *>();
-}
-
 } // namespace
 
-Screenshots::Screenshots(const QString &file, int delayMs, QWidget &window, QWidget &view,
+Screenshots::Screenshots(const HostOptions &options, QWidget &window, QWidget &view,
                          HostDevice &device)
-    : m_file(file.endsWith(QLatin1String(".png")) ? file.chopped(4) : file)
-    , m_delayMs(delayMs)
+    : m_file(options.screenshot)
+    , m_delayMs(int(options.screenshotDelay * 1000))
+    , m_takesDialogs(options.screenshotDialogs)
     , m_window(window)
     , m_view(view)
 {
+    if (m_file.endsWith(QLatin1String(".png")))
+        m_file.chop(4);
+    if (options.screenshotUnreached) {
+        start();
+        return;
+    }
     connect(&device, &HostDevice::posted, this, &Screenshots::take);
     connect(&m_patience, &QTimer::timeout, this,
             [this] { emit finished(QStringLiteral("the device was not reached")); });
     m_patience.setSingleShot(true);
-    m_patience.start(PatienceMs);
+    m_patience.start(patienceMs);
 }
 
 void Screenshots::take(const HostEvent &event)
 {
-    if (m_started || event.type != DataReport || event.data().isEmpty())
-        return;
+    if (!m_started && event.type == DataReportEvent && !event.data().isEmpty())
+        start();
+}
+
+void Screenshots::start()
+{
     m_started = true;
     m_patience.stop();
     QTimer::singleShot(m_delayMs, this, [this] {
@@ -73,16 +82,29 @@ void Screenshots::collect(QTabWidget &tabs, const Shot &outer)
 void Screenshots::prepareNext()
 {
     if (m_shots.isEmpty())
-        return emit finished({});
+        return m_takesDialogs ? takeDialogs() : emit finished({});
     for (const auto &[tabs, index] : qAsConst(m_shots.first().tabs))
         tabs->setCurrentIndex(index);
-    QTimer::singleShot(SettleMs, this, &Screenshots::save);
+    QTimer::singleShot(settleMs, this, [this] {
+        if (save(m_shots.takeFirst().name))
+            prepareNext();
+    });
 }
 
-void Screenshots::save()
+void Screenshots::takeDialogs()
 {
-    const QString file = m_file + m_shots.takeFirst().name + QLatin1String(".png");
-    if (!m_window.grab().save(file))
-        return emit finished(QStringLiteral("cannot save %1").arg(file));
-    prepareNext();
+    auto *scenes = new DialogScenes(m_view, m_file + QLatin1String("-history.csv"), this);
+    connect(scenes, &DialogScenes::shown, this,
+            [this](const QString &name) { save(QLatin1Char('-') + name); });
+    connect(scenes, &DialogScenes::finished, this, [this] { emit finished({}); });
+    scenes->start();
+}
+
+bool Screenshots::save(const QString &name)
+{
+    const QString file = m_file + name + QLatin1String(".png");
+    if (grabWithDialogs(m_window).save(file))
+        return true;
+    emit finished(QStringLiteral("cannot save %1").arg(file));
+    return false;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "hostdevice.h"
+#include "hostoptions.h"
 
 #include <QList>
 #include <QPointer>
@@ -21,10 +22,8 @@ class Screenshots : public QObject
     Q_OBJECT
 
 public:
-    /** @param file    "DIR/NAME.png" gives DIR/NAME-overview.png and so on
-     *  @param delayMs time from the first report to the first picture */
-    Screenshots(const QString &file, int delayMs, QWidget &window, QWidget &view,
-                HostDevice &device);
+    /** @param options  its file "DIR/NAME.png" gives DIR/NAME-overview.png and so on */
+    Screenshots(const HostOptions &options, QWidget &window, QWidget &view, HostDevice &device);
 
 signals:
     /** @param error  why there are no (more) pictures; empty when all are saved */
@@ -39,12 +38,15 @@ private:
     };
 
     void take(const HostEvent &event);
+    void start();
     void collect(QTabWidget &tabs, const Shot &outer);
     void prepareNext();
-    void save();
+    void takeDialogs();
+    bool save(const QString &name);
 
     QString m_file;
     int m_delayMs;
+    bool m_takesDialogs;
     QWidget &m_window;
     QWidget &m_view;
     QTimer m_patience;

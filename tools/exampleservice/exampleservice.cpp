@@ -37,6 +37,8 @@ bool ExampleService::start()
 void ExampleService::stop()
 {
     log(QStringLiteral("stop"));
+    while (isAskedTo("stuck"))
+        QThread::sleep(1);
 }
 
 bool ExampleService::pause()

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "service/service.h"
+#include "service.h"
 
 #include <QFile>
 
@@ -9,7 +9,7 @@
  *
  * What it shall do wrong is said by its own arguments, those after "--":
  * "fail" (the start fails), "crash" (ends with an error soon after the start), "deaf" (ignores
- * SIGTERM), "hang" (command 13 never returns), "slow" (the start takes a second),
+ * SIGTERM), "hang" (command 13 never returns), "stuck" (nor does the stop), "slow" (the start takes a second),
  * "log=FILE" (the callbacks append their names to that file as well).
  */
 class ExampleService : public Service

@@ -9,7 +9,7 @@ QString nameIn(int argc, char **argv)
 {
     const QLatin1String option("name=");
     for (int i = 1; i < argc; ++i) {
-        const QString word = QString::fromLocal8Bit(argv[i]);
+        const QString word = QString::fromUtf8(argv[i]);
         if (word.startsWith(option))
             return word.mid(option.size());
     }

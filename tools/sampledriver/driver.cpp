@@ -2,9 +2,9 @@
 // the simulated UPS. docs/driver-contract.md explains what a driver may rely on.
 
 #include "historydownload.h"
+#include "measurementrows.h"
 #include "modbusline.h"
-#include "tools/measurementrows.h"
-#include "tools/settingrows.h"
+#include "settingrows.h"
 
 #include <algorithm>
 #include <charconv>
@@ -101,7 +101,10 @@ extern "C" __attribute__((visibility("default"))) int Query(PortDescriptor *port
 {
     if (!port || !port->device || !callback)
         return 0;
-    ModbusLine line(*port, address, queryTime);
+    const std::optional<Unit> unit = Unit::at(*port, address);
+    if (!unit)
+        return 0;
+    ModbusLine line(*port, *unit, queryTime);
     Values events {};
     Values settings {};
     Values measurements {};
@@ -126,13 +129,16 @@ extern "C" __attribute__((visibility("default"))) int Control(PortDescriptor *po
 {
     if (!port || !port->device || !command)
         return 0;
+    const std::optional<Unit> unit = Unit::at(*port, address);
+    if (!unit)
+        return 0;
     int code = -1;
     const char *const end = command + std::strlen(command);
     const auto [parsed, error] = std::from_chars(command, end, code);
     if (error != std::errc() || *command == '-' || (parsed != end && *parsed != ','))
         return 0;
 
-    ModbusLine line(*port, address, code == DownloadHistory ? downloadTime : commandTime);
+    ModbusLine line(*port, *unit, code == DownloadHistory ? downloadTime : commandTime);
     if (code == DownloadHistory)
         return downloadHistory(line);
     if (isDeviceCommand(code))

@@ -1,12 +1,13 @@
 #include "historydownload.h"
 
 #include "modbusline.h"
-#include "tools/registermap.h"
+#include "registermap.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
@@ -66,7 +67,7 @@ bool write(std::FILE *file, const std::vector<Record> &records)
 bool replaceFile(const std::vector<Record> &records)
 {
     char name[] = "./history.txt.XXXXXX";
-    const int descriptor = mkstemp(name);
+    const int descriptor = mkostemp(name, O_CLOEXEC);
     if (descriptor < 0)
         return false;
     std::FILE *const file = fdopen(descriptor, "w");

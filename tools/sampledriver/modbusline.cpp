@@ -1,6 +1,8 @@
 #include "modbusline.h"
 
-#include "comm/modbusframe.h"
+#include "commio.h"
+#include "modbusadu.h"
+#include "modbusframe.h"
 
 #include <algorithm>
 #include <array>
@@ -11,15 +13,23 @@
 namespace {
 
 using namespace std::chrono_literals;
+using modbus::Adu;
+using modbus::Framing;
 
 constexpr int attempts = 3;
 constexpr auto replyTimeout = 1000ms;
 constexpr auto drainTimeout = 1500ms; // a little more than a read on TCP waits
-constexpr int headerSize = 7;         // of the longest header, that of function 16
-constexpr int crcSize = 2;
-constexpr int exceptionSize = 5;
-constexpr unsigned char exceptionBit = 0x80;
-constexpr unsigned char deviceBusy = 6;
+constexpr modbus::Layout layout = modbus::layoutOf(Framing::Rtu);
+constexpr int exceptionSize = layout.function() + modbus::exceptionPduSize + layout.trailer;
+constexpr int fixedSize = layout.data() + 4 + layout.trailer; // unit, function, two words, CRC
+constexpr int noCount = -1;
+constexpr int deviceBusy = 6;
+constexpr int readBits = 2;
+constexpr int readHolding = 3;
+constexpr int maxWritten = 123; // registers
+constexpr int broadcastUnit = 0;
+constexpr int lastUnit = 247; // what follows is reserved...
+constexpr int peerUnit = 255; // ...but for this one on TCP, which is the peer itself
 // A read on TCP fills up to 996 bytes whatever size it is given.
 constexpr int readRoom = 1024;
 
@@ -55,9 +65,11 @@ struct ModbusLine::Request
 {
     unsigned char frame[256] = {};
     int length = 0;
-    int replyLength = 0; ///< CRC included
-    int echoed = 0;      ///< the reply begins with so many bytes of the request...
-    int byteCount = -1;  ///< ...and goes on with this one, when not negative
+    int replyLength = 0;     ///< CRC included
+    int echoed = 0;          ///< bytes of the request that the reply begins with
+    int byteCount = noCount; ///< that a read's reply tells; writes have none
+
+    Adu adu() const { return Adu(Framing::Rtu, frame, length); }
 };
 
 /** What has arrived; the reply, once found, begins at `begin`. */
@@ -67,31 +79,50 @@ struct ModbusLine::Reply
     int size = 0;
     int begin = 0;
 
-    const unsigned char *at(int offset) const { return bytes + begin + offset; }
+    Adu adu() const { return Adu(Framing::Rtu, bytes + begin, size - begin); }
     Outcome find(const Request &request);
+    Outcome judge(const Request &request) const;
 };
 
 // Looks for the reply anywhere in what has arrived: noise, or another unit's frame, may precede it.
 Outcome ModbusLine::Reply::find(const Request &request)
 {
     for (begin = 0; size - begin >= exceptionSize; ++begin) {
-        if (*at(0) != request.frame[0])
-            continue;
-        if (*at(1) == (request.frame[1] | exceptionBit)
-            && checkModbufCRC(at(0), exceptionSize) == 0)
-            return Outcome::Refused;
-        if (size - begin >= request.replyLength
-            && !std::memcmp(at(0), request.frame, request.echoed)
-            && (request.byteCount < 0 || *at(request.echoed) == request.byteCount)
-            && checkModbufCRC(at(0), request.replyLength) == 0)
-            return Outcome::Answered;
+        const Outcome outcome = judge(request);
+        if (outcome != Outcome::NoAnswer)
+            return outcome;
     }
     return Outcome::NoAnswer;
 }
 
-ModbusLine::ModbusLine(PortDescriptor &port, int unit, std::chrono::milliseconds total)
+// What the bytes from `begin` on are to the request.
+Outcome ModbusLine::Reply::judge(const Request &request) const
+{
+    const Adu reply = adu();
+    if (reply.unit() != request.adu().unit())
+        return Outcome::NoAnswer;
+    const unsigned char *const first = bytes + begin;
+    if (reply.function() == (request.adu().function() | modbus::exceptionBit))
+        return checkModbufCRC(first, exceptionSize) == 0 ? Outcome::Refused : Outcome::NoAnswer;
+    const bool matches = size - begin >= request.replyLength
+        && std::memcmp(first, request.frame, std::size_t(request.echoed)) == 0
+        && (request.byteCount == noCount || reply.data()[0] == request.byteCount)
+        && checkModbufCRC(first, request.replyLength) == 0;
+    return matches ? Outcome::Answered : Outcome::NoAnswer;
+}
+
+std::optional<Unit> Unit::at(const PortDescriptor &port, int address)
+{
+    const bool tcp = port.read == TcpCommRead;
+    const bool peer = tcp && (address == broadcastUnit || address == peerUnit);
+    if (!peer && (address <= broadcastUnit || address > lastUnit))
+        return {};
+    return Unit(static_cast<std::uint8_t>(address));
+}
+
+ModbusLine::ModbusLine(PortDescriptor &port, Unit unit, std::chrono::milliseconds total)
     : m_port(port)
-    , m_unit(static_cast<unsigned char>(unit))
+    , m_unit(unit)
     , m_deadline(Clock::now() + total)
 {
 }
@@ -99,44 +130,59 @@ ModbusLine::ModbusLine(PortDescriptor &port, int unit, std::chrono::milliseconds
 Outcome ModbusLine::read(int function, int address, int count, std::uint16_t *values)
 {
     Request request;
-    request.replyLength = buildCmd(request.frame, m_unit, function, address, count);
-    request.length = 8;
-    request.echoed = 2; // unit and function
-    request.byteCount = request.replyLength - 3 - crcSize;
+    request.replyLength = buildCmd(request.frame, m_unit.number(), function, address, count);
+    request.length = fixedSize;
+    request.echoed = layout.data(); // unit and function
+    request.byteCount = request.replyLength - layout.data() - 1 - layout.trailer;
 
     Reply reply;
     const Outcome outcome = exchange(request, reply);
     if (outcome != Outcome::Answered)
         return outcome;
+    const unsigned char *const payload = reply.adu().data() + 1; // behind the byte count
     for (int i = 0; i < count; ++i) {
-        if (function == 2)
-            values[i] = (*reply.at(3 + i / 8) >> (i % 8)) & 1;
+        if (function == readBits)
+            values[i] = (payload[i / 8] >> (i % 8)) & 1;
         else
-            values[i] = UINT8_2_to_UINT16(reply.at(3 + 2 * i));
+            values[i] = UINT8_2_to_UINT16(payload + 2 * i);
     }
     return outcome;
 }
 
 Outcome ModbusLine::write(int address, std::uint16_t value)
 {
+    if (!isHeardByOne(address))
+        return Outcome::NoAnswer;
     Request request;
-    mod_Set_SetBuf(request.frame, m_unit, address, value);
-    request.length = 8;
-    request.replyLength = 8;
-    request.echoed = 6; // everything but the CRC
+    mod_Set_SetBuf(request.frame, m_unit.number(), address, value);
+    request.length = fixedSize;
+    request.replyLength = fixedSize;
+    request.echoed = fixedSize - layout.trailer;
     Reply reply;
     return exchange(request, reply);
 }
 
 Outcome ModbusLine::write(int address, const std::uint16_t *values, int count)
 {
+    if (!isHeardByOne(address))
+        return Outcome::NoAnswer;
     Request request;
-    static_assert(sizeof request.frame >= headerSize + 2 * 123 + crcSize, "the longest request");
-    request.length = buildCmd16(request.frame, m_unit, address, count, values);
-    request.replyLength = 8;
-    request.echoed = 6; // unit, function, address, count
+    constexpr int longest = fixedSize + 1 + 2 * maxWritten; // the byte count, and the values
+    static_assert(sizeof request.frame >= longest, "the longest request");
+    request.length = buildCmd16(request.frame, m_unit.number(), address, count, values);
+    request.replyLength = fixedSize;
+    request.echoed = fixedSize - layout.trailer; // up to the count
     Reply reply;
     return exchange(request, reply);
+}
+
+// Unit 0 is the peer itself on TCP, but a gateway passes it on to every device of its line. Those
+// never answer a broadcast: whoever answers a read is one device.
+bool ModbusLine::isHeardByOne(int address)
+{
+    std::uint16_t value = 0;
+    return m_unit.number() != broadcastUnit
+        || read(readHolding, address, 1, &value) == Outcome::Answered;
 }
 
 Outcome ModbusLine::exchange(const Request &request, Reply &reply)
@@ -158,7 +204,7 @@ Outcome ModbusLine::exchange(const Request &request, Reply &reply)
             outcome = collect(request, reply);
         if (outcome == Outcome::Answered)
             return outcome;
-        if (outcome == Outcome::Refused && *reply.at(2) != deviceBusy)
+        if (outcome == Outcome::Refused && reply.adu().data()[0] != deviceBusy)
             return outcome;
         suspect(m_port.device);
     }

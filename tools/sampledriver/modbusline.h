@@ -1,15 +1,36 @@
 #pragma once
 
-#include "comm/driverapi.h"
+#include "driverapi.h"
 
 #include <chrono>
 #include <cstdint>
+#include <optional>
 
 /** What a request ended with. */
 enum class Outcome {
     Answered,
     Refused,  ///< the device sent an exception reply
     NoAnswer, ///< nothing usable came, however often it was asked
+};
+
+/** The unit that requests go to; always one that the port's transport has. */
+class Unit
+{
+public:
+    /** Takes a port that does not read with `TcpCommRead` for a line: there the rules are tighter.
+     *  @param address  1 to 247; on TCP also 0 and 255, which there are the peer itself
+     *  @return nothing for any other address; none is cut to a byte */
+    static std::optional<Unit> at(const PortDescriptor &port, int address);
+
+    std::uint8_t number() const { return m_number; }
+
+private:
+    explicit Unit(std::uint8_t number)
+        : m_number(number)
+    {
+    }
+
+    std::uint8_t m_number;
 };
 
 /**
@@ -28,15 +49,15 @@ class ModbusLine
 public:
     using Clock = std::chrono::steady_clock;
 
-    /** @param unit   device address, 1 to 247
-     *  @param total  all requests of this line together take no longer */
-    ModbusLine(PortDescriptor &port, int unit, std::chrono::milliseconds total);
+    /** @param total  all requests of this line together take no longer */
+    ModbusLine(PortDescriptor &port, Unit unit, std::chrono::milliseconds total);
 
     /** Reads registers (function 3 or 4, at most 125) or discrete inputs (function 2, a multiple of
      *  8, at most 2000): one value for each goes to `values`, which stays untouched on failure. */
     [[nodiscard]] Outcome read(int function, int address, int count, std::uint16_t *values);
 
-    /** Writes one register (function 6). */
+    /** Writes one register (function 6). Like the other write, it first reads the register when the
+     *  unit is 0, and sends nothing without an answer: see isHeardByOne(). */
     [[nodiscard]] Outcome write(int address, std::uint16_t value);
 
     /** Writes `count` registers (function 16), at most 123. */
@@ -46,12 +67,13 @@ private:
     struct Request;
     struct Reply;
 
+    bool isHeardByOne(int address);
     Outcome exchange(const Request &request, Reply &reply);
     Outcome collect(const Request &request, Reply &reply);
     bool receive(Reply &reply);
     void drain();
 
     PortDescriptor &m_port;
-    const unsigned char m_unit;
+    const Unit m_unit;
     const Clock::time_point m_deadline;
 };

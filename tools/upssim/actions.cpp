@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+namespace upssim {
+
 namespace {
 
 struct Number
@@ -22,6 +24,7 @@ struct Verb
     Number numbers[2];
 };
 
+constexpr Number identifier { "IDENTIFIER", 2000, 4244 };
 constexpr Number times { "[TIMES]", 1, 1e6 };
 
 // clang-format off
@@ -44,6 +47,10 @@ constexpr Verb verbs[] = {
     { "set flag",        Lever::Flag,           0, 2, { { "EVENT", 0, 95 }, { "0|1", 0, 1 } } },
     { "setting",         Lever::Setting,        0, 2, { { "IDENTIFIER", 3000, 3104 }, { "RAW", -32768, 65535 } } },
     { "command",         Lever::Command,        0, 1, { { "CODE", 0, 65535 } } },
+    { "register",        Lever::Register,       0, 2, { identifier, { "RAW", -32768, 65535 } } },
+    { "registers free",  Lever::FreeRegisters,  0, 0, {} },
+    { "refuse on",       Lever::Refuse,         1, 0, { times } },
+    { "refuse off",      Lever::Refuse,         0, 0, {} },
     { "line ok",         Lever::LineFault,      int(Fault::None),      0, {} },
     { "line late",       Lever::LineFault,      int(Fault::Late),      1, { { "MILLISECONDS", 1, 60000 }, times } },
     { "line silent",     Lever::LineFault,      int(Fault::Silent),    0, { times } },
@@ -53,6 +60,10 @@ constexpr Verb verbs[] = {
     { "line exception",  Lever::LineFault,      int(Fault::Exception), 1, { { "CODE", 1, 8 }, times } },
     { "line garbage",    Lever::LineFault,      int(Fault::Garbage),   0, { times } },
     { "line flaky",      Lever::LineFlaky,      0, 1, { { "RATE", 0, 1 } } },
+    { "show register",   Lever::ShowRegister,   0, 1, { identifier } },
+    { "show events",     Lever::ShowEvents,     0, 0, {} },
+    { "show write",      Lever::ShowWrite,      0, 0, {} },
+    { "show state",      Lever::ShowState,      0, 0, {} },
 };
 // clang-format on
 
@@ -82,19 +93,22 @@ const Verb *findVerb(const QStringList &words)
     return verb == std::end(verbs) ? nullptr : verb;
 }
 
-std::optional<double> parseNumber(const QString &text, const Number &range)
+Result<double> parseNumber(const QString &text, const Number &range)
 {
     bool numeric = false;
     const double value = text.toDouble(&numeric);
     // Written so that "nan" falls outside too.
-    if (!numeric || !(value >= range.least && value <= range.most))
-        return {};
-    return value;
+    if (numeric && value >= range.least && value <= range.most)
+        return value;
+    return Failure { QStringLiteral("\"%1\" is not a number from %2 to %3")
+                         .arg(text)
+                         .arg(range.least)
+                         .arg(range.most) };
 }
 
 } // namespace
 
-std::optional<Action> parseAction(const QString &text, QString *error)
+Result<Action> parseAction(const QString &text)
 {
     const QStringList words = text.simplified().split(QLatin1Char(' '));
     Action action;
@@ -104,26 +118,16 @@ std::optional<Action> parseAction(const QString &text, QString *error)
         return action;
     }
     const Verb *const verb = findVerb(words);
-    if (!verb) {
-        *error = QStringLiteral("unknown action \"%1\"").arg(text.simplified());
-        return {};
-    }
+    if (!verb)
+        return Failure { QStringLiteral("unknown action \"%1\"").arg(text.simplified()) };
     const QStringList arguments =
         words.mid(QString::fromLatin1(verb->words).count(QLatin1Char(' ')) + 1);
-    if (arguments.size() < verb->required || arguments.size() > maximum(*verb)) {
-        *error = QStringLiteral("expected \"%1\"").arg(usage(*verb));
-        return {};
-    }
+    if (arguments.size() < verb->required || arguments.size() > maximum(*verb))
+        return Failure { QStringLiteral("expected \"%1\"").arg(usage(*verb)) };
     for (int i = 0; i < arguments.size(); ++i) {
-        const Number &range = verb->numbers[i];
-        const std::optional<double> number = parseNumber(arguments[i], range);
-        if (!number) {
-            *error = QStringLiteral("\"%1\" is not a number from %2 to %3")
-                         .arg(arguments[i])
-                         .arg(range.least)
-                         .arg(range.most);
-            return {};
-        }
+        const Result<double> number = parseNumber(arguments[i], verb->numbers[i]);
+        if (!number)
+            return Failure { number.error() };
         action.numbers.append(*number);
     }
     action.lever = verb->lever;
@@ -139,3 +143,5 @@ QStringList actionHelp()
     lines.append(QStringLiteral("scenario NAME"));
     return lines;
 }
+
+} // namespace upssim

@@ -1,10 +1,11 @@
 #pragma once
 
-#include <QString>
+#include "result.h"
+
 #include <QStringList>
 #include <QVector>
 
-#include <optional>
+namespace upssim {
 
 /** What an action acts on. */
 enum class Lever {
@@ -21,9 +22,16 @@ enum class Lever {
     Flag,
     Setting,
     Command,
+    Register,
+    FreeRegisters,
+    Refuse,
     LineFault,
     LineFlaky,
     Scenario,
+    ShowRegister,
+    ShowEvents,
+    ShowWrite,
+    ShowState,
 };
 
 /** One line of a script or of standard input, understood. */
@@ -35,9 +43,10 @@ struct Action
     QString word;            ///< name of the scenario
 };
 
-/** Reads an action such as "mains off" or "line late 1500 3".
- *  @return nothing, with the reason in `error`, when it cannot be understood */
-std::optional<Action> parseAction(const QString &text, QString *error);
+/** Reads an action such as "mains off" or "line late 1500 3". */
+Result<Action> parseAction(const QString &text);
 
 /** A line of help for each action. */
 QStringList actionHelp();
+
+} // namespace upssim

@@ -1,12 +1,12 @@
 #include "deviceregisters.h"
 
-#include "tools/measurementrows.h"
-
-#include <QtEndian>
+#include "measurementrows.h"
 
 #include <algorithm>
 #include <cmath>
 #include <new>
+
+namespace upssim {
 
 using namespace registermap;
 
@@ -59,20 +59,23 @@ quint16 encoded(const RegisterRow &row, double value)
 
 } // namespace
 
-RegisterRequest RegisterRequest::fromPdu(const quint8 *pdu)
+RegisterRequest RegisterRequest::fromAdu(const modbus::Adu &adu)
 {
+    constexpr int fixed = 4; // address, and count or value
     RegisterRequest request;
-    request.function = pdu[0];
-    request.address = qFromBigEndian<quint16>(pdu + 1);
-    request.count = qFromBigEndian<quint16>(pdu + 3);
+    request.function = adu.function();
+    const bool several = request.function == functionWriteSeveral;
+    const int size = adu.dataSize();
+    if (several ? size <= fixed || size != fixed + 1 + adu.data()[fixed] : size != fixed)
+        return request;
+    request.address = adu.word(0);
+    request.count = adu.word(2);
     if (request.function == functionWriteOne) {
         request.values = { quint16(request.count) };
         request.count = 1;
-    } else if (request.function == functionWriteSeveral) {
-        const int announced = pdu[5] / 2;
-        for (int i = 0; i < std::min(announced, request.count); ++i)
-            request.values.append(qFromBigEndian<quint16>(pdu + 6 + 2 * i));
     }
+    for (int at = fixed + 1; several && at + 1 < size; at += 2)
+        request.values.append(quint16(adu.word(at)));
     return request;
 }
 
@@ -89,18 +92,17 @@ DeviceRegisters::DeviceRegisters(UpsModel &model)
 int DeviceRegisters::handle(const RegisterRequest &request)
 {
     const int most = request.function == functionReadInputBits ? maxBits : maxRegisters;
-    if (request.count < 1 || request.count > most)
-        return illegalValue;
+    const bool countAllowed = request.count >= 1 && request.count <= most;
     switch (request.function) {
     case functionReadInputBits:
-        return readEvents(request);
+        return countAllowed ? readEvents(request) : illegalValue;
     case functionReadHolding:
-        return readSettings(request);
+        return countAllowed ? readSettings(request) : illegalValue;
     case functionReadInputs:
-        return readInputs(request);
+        return countAllowed ? readInputs(request) : illegalValue;
     case functionWriteOne:
     case functionWriteSeveral:
-        return write(request);
+        return countAllowed ? write(request) : illegalValue;
     }
     return illegalFunction;
 }
@@ -110,7 +112,7 @@ int DeviceRegisters::readEvents(const RegisterRequest &request)
     if (request.address + request.count > eventCount)
         return illegalAddress;
     for (int i = 0; i < eventCount; ++i)
-        m_mapping->tab_input_bits[i] = m_model.event(i);
+        m_mapping->tab_input_bits[i] = *value(firstEvent + i) != 0;
     return 0;
 }
 
@@ -120,7 +122,7 @@ int DeviceRegisters::readSettings(const RegisterRequest &request)
     if (!command && request.address + request.count > settingCount)
         return illegalAddress;
     for (int i = 0; i < settingCount; ++i)
-        m_mapping->tab_registers[i] = m_model.setting(firstSetting + i);
+        m_mapping->tab_registers[i] = *value(firstSetting + i);
     m_mapping->tab_registers[commandRegister] = m_lastCommand;
     return 0;
 }
@@ -150,7 +152,33 @@ quint16 DeviceRegisters::input(int address) const
         return m_model.historyGeneration();
     if (address >= historyBase)
         return historyField(address - historyBase);
-    const int id = firstMeasurement + address;
+    return *value(firstMeasurement + address);
+}
+
+std::optional<quint16> DeviceRegisters::value(int id) const
+{
+    const auto forced = m_forced.find(id);
+    if (forced != m_forced.end())
+        return *forced;
+    if (id >= firstEvent && id < firstEvent + eventCount)
+        return quint16(m_model.event(id - firstEvent));
+    if (id >= firstSetting && id < firstSetting + settingCount)
+        return m_model.setting(id);
+    if (id >= firstMeasurement && id < firstMeasurement + measurementCount)
+        return measurement(id);
+    return {};
+}
+
+bool DeviceRegisters::force(int id, quint16 raw)
+{
+    const bool known = value(id).has_value();
+    if (known)
+        m_forced.insert(id, raw);
+    return known;
+}
+
+quint16 DeviceRegisters::measurement(int id) const
+{
     const RegisterRow *const row = measurementRow(id);
     return row ? encoded(*row, m_model.measurement(id)) : 0xFFFF;
 }
@@ -170,20 +198,39 @@ quint16 DeviceRegisters::historyField(int offset) const
 
 int DeviceRegisters::write(const RegisterRequest &request)
 {
+    const bool command = request.address == commandRegister && request.count == 1;
+    m_lastWrite = { command, command ? 0 : firstSetting + request.address, request.values, 0 };
+    ++m_writeCount;
+    if (m_refusals == 0)
+        m_lastWrite.exception = carryOut(request);
+    else
+        m_lastWrite.exception = deviceFailure;
+    m_refusals -= m_refusals > 0 ? 1 : 0;
+    return m_lastWrite.exception;
+}
+
+int DeviceRegisters::carryOut(const RegisterRequest &request)
+{
     if (request.values.size() != request.count)
         return illegalValue;
-    if (request.address == commandRegister && request.count == 1)
+    if (m_lastWrite.command)
         return writeCommand(request.values.first());
-    const int first = firstSetting + request.address;
     if (request.address + request.count > settingCount)
         return illegalAddress;
-    for (int i = 0; i < request.count; ++i) {
-        const int refusal = exceptionFor(UpsModel::checkSetting(first + i, request.values[i]));
+    return writeSettings(m_lastWrite.id, request.values);
+}
+
+int DeviceRegisters::writeSettings(int first, const QVector<quint16> &values)
+{
+    for (int i = 0; i < values.size(); ++i) {
+        const int refusal = exceptionFor(m_model.checkSetting(first + i, values[i]));
         if (refusal != 0)
             return refusal;
     }
-    for (int i = 0; i < request.count; ++i)
-        m_model.writeSetting(first + i, request.values[i]);
+    for (int i = 0; i < values.size(); ++i) {
+        m_model.writeSetting(first + i, values[i]);
+        m_forced.remove(first + i);
+    }
     return 0;
 }
 
@@ -194,3 +241,5 @@ int DeviceRegisters::writeCommand(quint16 code)
         m_lastCommand = code;
     return refusal;
 }
+
+} // namespace upssim

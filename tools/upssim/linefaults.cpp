@@ -1,8 +1,9 @@
 #include "linefaults.h"
 
+namespace upssim {
+
 namespace {
 
-constexpr int tcpFunctionOffset = 7;
 constexpr char rtuNoise[] = "\x00\xF3\x41\x00\x5A";
 constexpr char foreignTcpReply[] = "\x00\x07\x00\x00\x00\x05\xF7\x03\x02\x12\x34";
 
@@ -26,14 +27,14 @@ Disturbance LineFaults::next()
     return { chance < m_flakyRate / 2 ? Fault::Silent : Fault::Crc, 0 };
 }
 
-QByteArray disturbed(QByteArray reply, Fault fault, Framing framing)
+QByteArray disturbed(QByteArray reply, Fault fault, modbus::Framing framing)
 {
-    const bool tcp = framing == Framing::Tcp;
+    const bool tcp = framing == modbus::Framing::Tcp;
     switch (fault) {
     case Fault::Truncated:
         return reply.left(reply.size() / 2);
     case Fault::Crc: {
-        const int position = tcp ? tcpFunctionOffset : reply.size() - 1;
+        const int position = tcp ? modbus::layoutOf(framing).function() : reply.size() - 1;
         if (position < reply.size())
             reply[position] = char(reply[position] ^ 0x55);
         return reply;
@@ -51,3 +52,5 @@ QByteArray disturbed(QByteArray reply, Fault fault, Framing framing)
     }
     return reply;
 }
+
+} // namespace upssim

@@ -1,9 +1,13 @@
 #pragma once
 
+#include "modbusadu.h"
+
 #include <QByteArray>
 
 #include <chrono>
 #include <random>
+
+namespace upssim {
 
 /** What the device does wrong with one reply. */
 enum class Fault {
@@ -23,9 +27,6 @@ struct Disturbance
     Fault fault = Fault::None;
     int parameter = 0;
 };
-
-/** How a frame is wrapped. */
-enum class Framing { Rtu, Tcp };
 
 /**
  * Decides which replies go wrong, and how.
@@ -58,4 +59,6 @@ private:
 
 /** The bytes that go out in place of `reply`. The faults Late, Silent, Unit and Exception show
  *  elsewhere and leave the bytes alone. */
-QByteArray disturbed(QByteArray reply, Fault fault, Framing framing);
+QByteArray disturbed(QByteArray reply, Fault fault, modbus::Framing framing);
+
+} // namespace upssim

@@ -1,5 +1,6 @@
 // A simulated UPS as a Modbus server, for developers, tests and demonstrations.
 
+#include "console.h"
 #include "modbusserver.h"
 #include "simulator.h"
 
@@ -16,11 +17,12 @@
 #include <sys/signalfd.h>
 #include <unistd.h>
 
+using namespace upssim;
+
 namespace {
 
 constexpr int tick = 100; // ms
 constexpr int failure = 1;
-constexpr int maxLine = 4096; // of standard input
 
 struct Code
 {
@@ -96,50 +98,6 @@ QString describe(const HistoryRecord &record)
         .arg(record.status ? QString() : QStringLiteral(": over"));
 }
 
-/** Reads actions from standard input, a line each, until it ends. */
-class Console : public QObject
-{
-public:
-    explicit Console(Simulator &simulator)
-        : m_simulator(simulator)
-        , m_notifier(STDIN_FILENO, QSocketNotifier::Read)
-    {
-        connect(&m_notifier, &QSocketNotifier::activated, this, [this] { readInput(); });
-    }
-
-private:
-    void readInput()
-    {
-        char buffer[512];
-        const auto count = ::read(STDIN_FILENO, buffer, sizeof buffer);
-        if (count <= 0 || m_pending.size() > maxLine)
-            return m_notifier.setEnabled(false);
-        m_pending.append(buffer, int(count));
-        for (int end = m_pending.indexOf('\n'); end >= 0; end = m_pending.indexOf('\n')) {
-            const QString line = QString::fromUtf8(m_pending.left(end)).simplified();
-            m_pending.remove(0, end + 1);
-            if (!line.isEmpty())
-                execute(line);
-        }
-    }
-
-    void execute(const QString &line)
-    {
-        if (line == QLatin1String("quit"))
-            return QCoreApplication::quit();
-        QString error;
-        const std::optional<Action> action = parseAction(line, &error);
-        if (action && m_simulator.perform(*action, &error))
-            say(QStringLiteral("ok %1").arg(line));
-        else
-            say(QStringLiteral("error %1: %2").arg(line, error));
-    }
-
-    Simulator &m_simulator;
-    QSocketNotifier m_notifier;
-    QByteArray m_pending;
-};
-
 // SIGINT and SIGTERM as a descriptor; they end the event loop, not the process.
 int signalDescriptor()
 {
@@ -175,60 +133,55 @@ void addOptions(QCommandLineParser &parser)
 }
 
 // The script that the options ask for; an empty one when they ask for none.
-std::optional<Script> chosenScript(const QCommandLineParser &parser, QString *error)
+Result<Script> chosenScript(const QCommandLineParser &parser)
 {
     const QString name = parser.value(QStringLiteral("scenario"));
     const QString fileName = parser.value(QStringLiteral("script"));
-    if (!name.isEmpty() && !fileName.isEmpty()) {
-        *error = QStringLiteral("--scenario and --script exclude each other");
-        return {};
-    }
-    if (!fileName.isEmpty()) {
-        QFile file(fileName);
-        if (!file.open(QIODevice::ReadOnly)) {
-            *error = QStringLiteral("%1: %2").arg(fileName, file.errorString());
-            return {};
-        }
-        const std::optional<Script> script = parseScript(QString::fromUtf8(file.readAll()), error);
-        if (!script)
-            error->prepend(fileName + QStringLiteral(": "));
-        return script;
-    }
-    const std::optional<Script> script = scenario(name.isEmpty() ? QStringLiteral("normal") : name);
+    if (!name.isEmpty() && !fileName.isEmpty())
+        return Failure { QStringLiteral("--scenario and --script exclude each other") };
+    if (fileName.isEmpty())
+        return scenario(name.isEmpty() ? QStringLiteral("normal") : name);
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly))
+        return Failure { QStringLiteral("%1: %2").arg(fileName, file.errorString()) };
+    const Result<Script> script = parseScript(QString::fromUtf8(file.readAll()));
     if (!script)
-        *error = QStringLiteral("unknown scenario \"%1\"; there are: %2")
-                     .arg(name, scenarioNames().join(QStringLiteral(", ")));
+        return Failure { QStringLiteral("%1: %2").arg(fileName, script.error()) };
     return script;
 }
 
+Result<Done> openTcp(const QString &where, ModbusServer &server)
+{
+    const QString host = where.section(QLatin1Char(':'), 0, 0);
+    bool numeric = false;
+    const int asked = where.section(QLatin1Char(':'), 1).toUShort(&numeric);
+    if (host.isEmpty() || !numeric)
+        return Failure { QStringLiteral("\"%1\" is not an address and a port").arg(where) };
+    const Result<int> port = server.listen(host, asked);
+    if (!port)
+        return Failure { port.error() };
+    say(QStringLiteral("tcp %1:%2").arg(host).arg(*port));
+    return Done {};
+}
+
 // Opens what the options ask for and says where.
-bool openLines(const QCommandLineParser &parser, ModbusServer &server, QString *error)
+Result<Done> openLines(const QCommandLineParser &parser, ModbusServer &server)
 {
     const QString tcp = parser.value(QStringLiteral("tcp"));
     const QString link = parser.value(QStringLiteral("pty"));
-    if (tcp.isEmpty() && link.isEmpty()) {
-        *error = QStringLiteral("nothing to serve: give --tcp, --pty or both");
-        return false;
-    }
+    if (tcp.isEmpty() && link.isEmpty())
+        return Failure { QStringLiteral("nothing to serve: give --tcp, --pty or both") };
     if (!tcp.isEmpty()) {
-        const QString host = tcp.section(QLatin1Char(':'), 0, 0);
-        bool numeric = false;
-        const int asked = tcp.section(QLatin1Char(':'), 1).toUShort(&numeric);
-        if (host.isEmpty() || !numeric) {
-            *error = QStringLiteral("\"%1\" is not an address and a port").arg(tcp);
-            return false;
-        }
-        const int port = server.listen(host, asked, error);
-        if (port == 0)
-            return false;
-        say(QStringLiteral("tcp %1:%2").arg(host).arg(port));
+        const Result<Done> opened = openTcp(tcp, server);
+        if (!opened)
+            return opened;
     }
     if (link.isEmpty())
-        return true;
-    if (!server.openTerminal(link, error))
-        return false;
-    say(QStringLiteral("pty %1").arg(link));
-    return true;
+        return Done {};
+    const Result<Done> opened = server.openTerminal(link);
+    if (opened)
+        say(QStringLiteral("pty %1").arg(link));
+    return opened;
 }
 
 } // namespace
@@ -247,23 +200,23 @@ int main(int argc, char *argv[])
     const quint32 seed = parser.value(QStringLiteral("seed")).toUInt(&seedNumeric);
     if (!addressNumeric || address < 1 || address > 247 || !seedNumeric)
         return fail(QStringLiteral("--address takes 1 to 247, --seed a number"));
-    QString error;
-    const std::optional<Script> script = chosenScript(parser, &error);
+    const Result<Script> script = chosenScript(parser);
     if (!script)
-        return fail(error);
+        return fail(script.error());
 
     Simulator simulator(seed, QTime::currentTime().msecsSinceStartOfDay() / 1000.0);
     if (parser.isSet(QStringLiteral("verbose")))
         simulator.model().onRecord = [](const HistoryRecord &record) { say(describe(record)); };
     ModbusServer server(simulator, address);
-    if (!openLines(parser, server, &error))
-        return fail(error);
+    const Result<Done> opened = openLines(parser, server);
+    if (!opened)
+        return fail(opened.error());
     simulator.play(*script);
 
     QSocketNotifier signalNotifier(signalFile, QSocketNotifier::Read);
     QObject::connect(&signalNotifier, &QSocketNotifier::activated, &application,
                      &QCoreApplication::quit);
-    const Console console(simulator);
+    const Console console(simulator, STDIN_FILENO, say);
     QElapsedTimer clock;
     clock.start();
     QTimer timer;

@@ -2,128 +2,126 @@
 
 #include "simulator.h"
 
-#include <QTimer>
-
-#include <array>
+#include <algorithm>
 #include <cerrno>
 #include <sys/socket.h>
 #include <unistd.h>
 #include <utility>
 
+namespace upssim {
+
+using modbus::Framing;
+
 namespace {
 
-constexpr int byteTimeout = 100'000; // us within a request
+constexpr int silenceMs = 100; // ends a frame on a serial line
 constexpr quint8 foreignUnit = 0xF7;
+constexpr int broadcastUnit = 0;
+constexpr int peerUnits[] = { 0, 255 }; // which on TCP are the peer itself
 
 } // namespace
 
-Descriptor::~Descriptor()
-{
-    if (valid())
-        close(m_number);
-}
-
-Descriptor::Descriptor(Descriptor &&other) noexcept
-    : m_number(std::exchange(other.m_number, -1))
-{
-}
-
-Descriptor &Descriptor::operator=(Descriptor &&other) noexcept
-{
-    std::swap(m_number, other.m_number);
-    return *this;
-}
-
-ModbusLink::ModbusLink(Simulator &simulator, Framing framing, ModbusContext context,
-                       Descriptor line, int address, QObject *parent)
+ModbusLink::ModbusLink(Simulator &simulator, Framing framing, Descriptor line, int address,
+                       QObject *parent)
     : QObject(parent)
     , m_simulator(simulator)
     , m_framing(framing)
     , m_address(address)
     , m_line(std::move(line))
-    , m_context(std::move(context))
+    , m_replies(framing)
+    , m_requests(framing)
     , m_notifier(m_line.number(), QSocketNotifier::Read)
 {
-    int pair[2] = { -1, -1 };
-    if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, pair) == 0) {
-        m_replyIn = Descriptor(pair[0]);
-        m_replyOut = Descriptor(pair[1]);
-    } else {
-        qWarning("No pair of sockets: the link stays silent");
-    }
-    modbus_set_slave(m_context.get(), address);
-    modbus_set_socket(m_context.get(), m_line.number());
-    modbus_set_byte_timeout(m_context.get(), 0, byteTimeout);
-    connect(&m_notifier, &QSocketNotifier::activated, this, [this] { readRequest(); });
+    m_idle.start();
+    m_silence.setSingleShot(true);
+    m_silence.setInterval(silenceMs);
+    connect(&m_notifier, &QSocketNotifier::activated, this, [this] { readInput(); });
+    connect(&m_silence, &QTimer::timeout, this, [this] {
+        if (const auto request = m_requests.silence())
+            answer(*request);
+    });
 }
 
-void ModbusLink::readRequest()
+// One piece a call, so that a peer that sends without end leaves the others their turns.
+void ModbusLink::readInput()
 {
-    std::array<quint8, MODBUS_MAX_ADU_LENGTH> buffer {};
-    const int length = modbus_receive(m_context.get(), buffer.data());
-    if (length > 0)
-        return answer(QByteArray(reinterpret_cast<const char *>(buffer.data()), length));
-    // A connection cannot be resynchronised once a frame is broken; a serial line can.
-    if (length < 0 && m_framing == Framing::Tcp) {
-        m_notifier.setEnabled(false);
-        emit closed();
-    }
+    char buffer[512];
+    const auto count = read(m_line.number(), buffer, sizeof buffer);
+    if (count < 0 && (errno == EAGAIN || errno == EINTR))
+        return;
+    if (count <= 0)
+        return end();
+    m_requests.append(buffer, int(count));
+    while (const auto request = m_requests.next())
+        answer(*request);
+    if (m_requests.isBroken())
+        return end();
+    if (m_framing == Framing::Rtu && m_requests.pending())
+        m_silence.start();
+    else
+        m_silence.stop();
+}
+
+// A terminal stays: it is never hung up, since the server holds its other end.
+void ModbusLink::end()
+{
+    if (m_framing == Framing::Rtu || !m_notifier.isEnabled())
+        return;
+    m_notifier.setEnabled(false);
+    emit closed();
+}
+
+bool ModbusLink::isOurs(int unit) const
+{
+    if (m_framing == Framing::Rtu)
+        return unit == m_address || unit == broadcastUnit;
+    return unit == m_address
+        || std::find(std::begin(peerUnits), std::end(peerUnits), unit) != std::end(peerUnits);
 }
 
 void ModbusLink::answer(QByteArray request)
 {
-    const int header = modbus_get_header_length(m_context.get());
-    const int unit = quint8(request.at(header - 1));
-    const bool broadcast = m_framing == Framing::Rtu && unit == MODBUS_BROADCAST_ADDRESS;
-    // On TCP libmodbus takes every unit for its own.
-    if (unit != m_address && !broadcast)
+    const modbus::Adu adu(m_framing, reinterpret_cast<const quint8 *>(request.constData()),
+                          request.size());
+    m_idle.restart();
+    if (!isOurs(adu.unit()))
         return;
     const Disturbance disturbance = m_simulator.faults().next();
     if (disturbance.fault == Fault::Silent)
         return;
 
     int exception = disturbance.parameter;
-    if (disturbance.fault != Fault::Exception) {
-        const auto pdu = reinterpret_cast<const quint8 *>(request.constData()) + header;
-        exception = m_simulator.registers().handle(RegisterRequest::fromPdu(pdu));
-    }
-    if (disturbance.fault == Fault::Unit)
-        request[header - 1] = char(foreignUnit); // which libmodbus repeats in its reply
-    const QByteArray bytes = disturbed(reply(request, exception), disturbance.fault, m_framing);
+    if (disturbance.fault != Fault::Exception)
+        exception = m_simulator.registers().handle(RegisterRequest::fromAdu(adu));
+    if (m_framing == Framing::Rtu && adu.unit() == broadcastUnit)
+        return;                           // carried out, never answered
+    if (disturbance.fault == Fault::Unit) // libmodbus repeats the unit in its reply
+        request[modbus::layoutOf(m_framing).unit] = char(foreignUnit);
+    const QByteArray reply = m_replies.reply(request, exception, m_simulator.registers().mapping());
+    const QByteArray bytes = disturbed(reply, disturbance.fault, m_framing);
     const int delay = disturbance.fault == Fault::Late ? disturbance.parameter : 0;
     if (delay == 0)
         return send(bytes);
     QTimer::singleShot(delay, this, [this, bytes] { send(bytes); });
 }
 
-// What libmodbus answers.
-QByteArray ModbusLink::reply(const QByteArray &request, int exception)
-{
-    const auto bytes = reinterpret_cast<const quint8 *>(request.constData());
-    modbus_set_socket(m_context.get(), m_replyIn.number());
-    if (exception != 0)
-        modbus_reply_exception(m_context.get(), bytes, unsigned(exception));
-    else
-        modbus_reply(m_context.get(), bytes, request.size(), m_simulator.registers().mapping());
-    modbus_set_socket(m_context.get(), m_line.number());
-
-    std::array<char, MODBUS_MAX_ADU_LENGTH> buffer;
-    const auto count = read(m_replyOut.number(), buffer.data(), buffer.size());
-    return count > 0 ? QByteArray(buffer.data(), int(count)) : QByteArray();
-}
-
+// Nobody takes the reply: it is lost, as on a real line. On TCP part of it may be on its way, and
+// what came after would not be understood.
 void ModbusLink::send(const QByteArray &bytes)
 {
     int sent = 0;
     while (sent < bytes.size()) {
+        const char *const rest = bytes.constData() + sent;
+        const auto size = size_t(bytes.size() - sent);
         const auto count = m_framing == Framing::Tcp
-            ? ::send(m_line.number(), bytes.constData() + sent, size_t(bytes.size() - sent),
-                     MSG_NOSIGNAL | MSG_DONTWAIT)
-            : ::write(m_line.number(), bytes.constData() + sent, size_t(bytes.size() - sent));
+            ? ::send(m_line.number(), rest, size, MSG_NOSIGNAL)
+            : write(m_line.number(), rest, size);
         if (count < 0 && errno == EINTR)
             continue;
         if (count <= 0)
-            return; // nobody takes the reply: it is lost, as on a real line
+            return end();
         sent += int(count);
     }
 }
+
+} // namespace upssim

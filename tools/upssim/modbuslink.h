@@ -1,69 +1,59 @@
 #pragma once
 
 #include "linefaults.h"
+#include "replybuilder.h"
+#include "requestreader.h"
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QSocketNotifier>
+#include <QTimer>
 
-#include <memory>
-#include <modbus/modbus.h>
+namespace upssim {
 
 class Simulator;
-
-/** A file descriptor that closes itself. */
-class Descriptor
-{
-public:
-    explicit Descriptor(int number = -1)
-        : m_number(number)
-    {
-    }
-    ~Descriptor();
-    Descriptor(Descriptor &&other) noexcept;
-    Descriptor &operator=(Descriptor &&other) noexcept;
-    int number() const { return m_number; }
-    bool valid() const { return m_number >= 0; }
-
-private:
-    int m_number;
-};
-
-using ModbusContext = std::unique_ptr<modbus_t, decltype(&modbus_free)>;
 
 /**
  * One line to a Modbus client: a pseudo-terminal, or a TCP connection.
  *
- * libmodbus reads the requests from the line itself. Its replies go through a pair of sockets, so
- * that they can be spoilt on the way out.
+ * Reads what has come and never waits for more: the lines share one thread.
  *
  * Threads:   the simulator's thread.
- * Ownership: owns the descriptor and the context.
+ * Ownership: owns the descriptor.
  */
 class ModbusLink : public QObject
 {
     Q_OBJECT
 
 public:
-    /** @param address  unit that is answered to */
-    ModbusLink(Simulator &simulator, Framing framing, ModbusContext context, Descriptor line,
-               int address, QObject *parent);
+    /** @param line     must not block
+     *  @param address  unit that is answered to */
+    ModbusLink(Simulator &simulator, modbus::Framing framing, Descriptor line, int address,
+               QObject *parent);
+
+    /** Since the last whole request, or since the link was made; ms. */
+    qint64 idleTime() const { return m_idle.elapsed(); }
 
 signals:
-    /** The peer has gone; the link is of no more use. */
+    /** The peer has gone, or cannot be followed; the link is of no more use. */
     void closed();
 
 private:
-    void readRequest();
+    void readInput();
     void answer(QByteArray request);
-    QByteArray reply(const QByteArray &request, int exception);
+    bool isOurs(int unit) const;
     void send(const QByteArray &bytes);
+    void end();
 
     Simulator &m_simulator;
-    const Framing m_framing;
+    const modbus::Framing m_framing;
     const int m_address;
     Descriptor m_line;
-    Descriptor m_replyIn;  // libmodbus writes here
-    Descriptor m_replyOut; // and here it is read again
-    ModbusContext m_context;
+    ReplyBuilder m_replies;
+    RequestReader m_requests;
     QSocketNotifier m_notifier;
+    QTimer m_silence;
+    QElapsedTimer m_idle;
 };
+
+} // namespace upssim

@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <cstring>
@@ -13,9 +14,11 @@
 #include <termios.h>
 #include <unistd.h>
 
+namespace upssim {
+
 namespace {
 
-constexpr int maxConnections = 16;
+constexpr std::size_t maxConnections = 16;
 constexpr int backlog = 8;
 
 QString systemError()
@@ -38,7 +41,7 @@ ModbusServer::~ModbusServer()
         QFile::remove(m_link);
 }
 
-int ModbusServer::listen(const QString &host, int port, QString *error)
+Result<int> ModbusServer::listen(const QString &host, int port)
 {
     m_listening.reset(modbus_new_tcp(host.toLatin1().constData(), port));
     if (m_listening)
@@ -47,33 +50,49 @@ int ModbusServer::listen(const QString &host, int port, QString *error)
     socklen_t size = sizeof bound;
     if (!m_listener.valid()
         || getsockname(m_listener.number(), reinterpret_cast<sockaddr *>(&bound), &size) != 0) {
-        *error =
-            QStringLiteral("cannot listen on %1:%2: %3").arg(host).arg(port).arg(systemError());
-        return 0;
+        return Failure {
+            QStringLiteral("cannot listen on %1:%2: %3").arg(host).arg(port).arg(systemError())
+        };
     }
+    // A peer that has gone again must not keep accept() waiting.
+    fcntl(m_listener.number(), F_SETFL, O_RDWR | O_NONBLOCK);
     m_listenNotifier =
         std::make_unique<QSocketNotifier>(m_listener.number(), QSocketNotifier::Read);
     connect(m_listenNotifier.get(), &QSocketNotifier::activated, this, [this] { accept(); });
-    return ntohs(bound.sin_port);
+    return int(ntohs(bound.sin_port));
 }
 
 void ModbusServer::accept()
 {
     int listener = m_listener.number();
     Descriptor line(modbus_tcp_accept(m_listening.get(), &listener));
-    ModbusContext context(modbus_new_tcp("127.0.0.1", 0), modbus_free);
-    if (!line.valid() || !context || m_connections >= maxConnections)
+    if (!line.valid() || fcntl(line.number(), F_SETFL, O_RDWR | O_NONBLOCK) != 0)
         return;
-    ++m_connections;
-    auto *const link = new ModbusLink(m_simulator, Framing::Tcp, std::move(context),
-                                      std::move(line), m_address, this);
-    connect(link, &ModbusLink::closed, this, [this, link] {
-        --m_connections;
-        link->deleteLater();
-    });
+    if (m_connections.size() >= maxConnections)
+        makeRoom();
+    auto *const link =
+        new ModbusLink(m_simulator, modbus::Framing::Tcp, std::move(line), m_address, this);
+    m_connections.push_back(link);
+    connect(link, &ModbusLink::closed, this, [this, link] { remove(link); });
 }
 
-bool ModbusServer::openTerminal(const QString &link, QString *error)
+// Peers that only hold their place shut nobody out.
+void ModbusServer::makeRoom()
+{
+    const auto isLessIdle = [](const ModbusLink *left, const ModbusLink *right) {
+        return left->idleTime() < right->idleTime();
+    };
+    remove(*std::max_element(m_connections.begin(), m_connections.end(), isLessIdle));
+}
+
+void ModbusServer::remove(ModbusLink *link)
+{
+    m_connections.erase(std::remove(m_connections.begin(), m_connections.end(), link),
+                        m_connections.end());
+    link->deleteLater();
+}
+
+Result<Done> ModbusServer::openTerminal(const QString &link)
 {
     int master = -1;
     int slave = -1;
@@ -82,10 +101,8 @@ bool ModbusServer::openTerminal(const QString &link, QString *error)
     cfmakeraw(&settings);
     cfsetspeed(&settings, B9600);
     char name[PATH_MAX] = {};
-    if (openpty(&master, &slave, name, &settings, nullptr) != 0) {
-        *error = QStringLiteral("cannot open a pseudo-terminal: %1").arg(systemError());
-        return false;
-    }
+    if (openpty(&master, &slave, name, &settings, nullptr) != 0)
+        return Failure { QStringLiteral("cannot open a pseudo-terminal: %1").arg(systemError()) };
     Descriptor line(master);
     m_terminal = Descriptor(slave);
     for (const int descriptor : { master, slave })
@@ -95,16 +112,14 @@ bool ModbusServer::openTerminal(const QString &link, QString *error)
     if (QFileInfo(link).isSymLink())
         QFile::remove(link);
     if (!QFile::link(QString::fromLocal8Bit(name), link)) {
-        *error = QStringLiteral("cannot make the link %1 (is something else there?)").arg(link);
-        return false;
+        return Failure {
+            QStringLiteral("cannot make the link %1 (is something else there?)").arg(link)
+        };
     }
     m_link = link;
     m_terminalName = QFile::symLinkTarget(link);
-    ModbusContext context(modbus_new_rtu(name, 9600, 'N', 8, 1), modbus_free);
-    if (!context) {
-        *error = QStringLiteral("cannot set up libmodbus: %1").arg(systemError());
-        return false;
-    }
-    new ModbusLink(m_simulator, Framing::Rtu, std::move(context), std::move(line), m_address, this);
-    return true;
+    new ModbusLink(m_simulator, modbus::Framing::Rtu, std::move(line), m_address, this);
+    return Done {};
 }
+
+} // namespace upssim

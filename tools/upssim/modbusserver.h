@@ -1,11 +1,18 @@
 #pragma once
 
 #include "modbuslink.h"
+#include "result.h"
 
 #include <QString>
 
+#include <vector>
+
+namespace upssim {
+
 /**
  * The simulator's ways in: Modbus TCP on a socket, Modbus RTU on a pseudo-terminal.
+ *
+ * Of 16 connections, the one whose last request is longest ago makes room for a new one.
  *
  * Threads:   the simulator's thread.
  * Ownership: the simulator stays the caller's and must outlive the server. Removes its symbolic
@@ -21,16 +28,17 @@ public:
 
     /** Listens on `host` (an IPv4 address).
      *  @param port  0 for any free port
-     *  @return the port, or 0 with `error` set */
-    int listen(const QString &host, int port, QString *error);
+     *  @return the port */
+    Result<int> listen(const QString &host, int port);
 
     /** Opens a pseudo-terminal and leaves a symbolic link to it at `link`; replaces a symbolic
-     *  link that is there, but nothing else.
-     *  @return false with `error` set */
-    bool openTerminal(const QString &link, QString *error);
+     *  link that is there, but nothing else. */
+    Result<Done> openTerminal(const QString &link);
 
 private:
     void accept();
+    void makeRoom();
+    void remove(ModbusLink *link);
 
     Simulator &m_simulator;
     const int m_address;
@@ -40,5 +48,7 @@ private:
     Descriptor m_terminal; // our end of what clients open, held so that the line never hangs up
     QString m_link;
     QString m_terminalName;
-    int m_connections = 0;
+    std::vector<ModbusLink *> m_connections; // children
 };
+
+} // namespace upssim

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace upssim {
+
 namespace {
 
 struct Scenario
@@ -41,9 +43,31 @@ constexpr Scenario scenarios[] = {
     { "stopped", "the UPS is shut down", "0 command 4\n" },
 };
 
+QStringList scenarioNames()
+{
+    QStringList names;
+    for (const Scenario &entry : scenarios)
+        names.append(QString::fromLatin1(entry.name));
+    return names;
+}
+
+// "TIME ACTION", no earlier than `earliest`.
+Result<Script::Step> parseStep(const QString &line, double earliest)
+{
+    bool numeric = false;
+    const double time = line.section(QLatin1Char(' '), 0, 0).toDouble(&numeric);
+    // Written so that "nan" is refused too.
+    if (!numeric || !(time >= earliest))
+        return Failure { QStringLiteral("no time, or an earlier one than the line before") };
+    const Result<Action> action = parseAction(line.section(QLatin1Char(' '), 1));
+    if (!action)
+        return Failure { action.error() };
+    return Script::Step { time, *action };
+}
+
 } // namespace
 
-std::optional<Script> parseScript(const QString &text, QString *error)
+Result<Script> parseScript(const QString &text)
 {
     Script script;
     const QStringList lines = text.split(QLatin1Char('\n'));
@@ -52,40 +76,25 @@ std::optional<Script> parseScript(const QString &text, QString *error)
         const QString line = lines[i].section(QLatin1Char('#'), 0, 0).simplified();
         if (line.isEmpty())
             continue;
-        bool numeric = false;
-        const double time = line.section(QLatin1Char(' '), 0, 0).toDouble(&numeric);
-        QString reason = QStringLiteral("no time, or an earlier one than the line before");
-        std::optional<Action> action;
-        if (numeric && time >= last)
-            action = parseAction(line.section(QLatin1Char(' '), 1), &reason);
-        if (!action) {
-            *error = QStringLiteral("line %1: %2").arg(i + 1).arg(reason);
-            return {};
-        }
-        script.steps.append({ time, *action });
-        last = time;
+        const Result<Script::Step> step = parseStep(line, last);
+        if (!step)
+            return Failure { QStringLiteral("line %1: %2").arg(i + 1).arg(step.error()) };
+        script.steps.append(*step);
+        last = step->time;
     }
     return script;
 }
 
-std::optional<Script> scenario(const QString &name)
+Result<Script> scenario(const QString &name)
 {
     const auto isNamed = [&name](const Scenario &entry) {
         return name == QLatin1String(entry.name);
     };
     const auto found = std::find_if(std::begin(scenarios), std::end(scenarios), isNamed);
-    if (found == std::end(scenarios))
-        return {};
-    QString error;
-    return parseScript(QString::fromLatin1(found->script), &error);
-}
-
-QStringList scenarioNames()
-{
-    QStringList names;
-    for (const Scenario &entry : scenarios)
-        names.append(QString::fromLatin1(entry.name));
-    return names;
+    if (found != std::end(scenarios))
+        return parseScript(QString::fromLatin1(found->script));
+    return Failure { QStringLiteral("unknown scenario \"%1\"; there are: %2")
+                         .arg(name, scenarioNames().join(QStringLiteral(", "))) };
 }
 
 QStringList scenarioHelp()
@@ -98,3 +107,5 @@ QStringList scenarioHelp()
     }
     return lines;
 }
+
+} // namespace upssim

@@ -2,6 +2,8 @@
 
 #include "actions.h"
 
+namespace upssim {
+
 /** Actions with their times, in order. */
 struct Script
 {
@@ -14,13 +16,13 @@ struct Script
 };
 
 /** Reads a script: a line for each step, "TIME ACTION", times ascending; empty lines and what
- *  follows a "#" are skipped.
- *  @return nothing, with the line and the reason in `error`, when a line is wrong */
-std::optional<Script> parseScript(const QString &text, QString *error);
+ *  follows a "#" are skipped. A failure names the line. */
+Result<Script> parseScript(const QString &text);
 
-/** The scenario `name`; nothing when there is none. */
-std::optional<Script> scenario(const QString &name);
+/** The scenario `name`; a failure names those that there are. */
+Result<Script> scenario(const QString &name);
 
-/** The names that scenario() knows, and what each is. */
-QStringList scenarioNames();
+/** What each scenario is. */
 QStringList scenarioHelp();
+
+} // namespace upssim

@@ -4,6 +4,8 @@
 #include "linefaults.h"
 #include "script.h"
 
+namespace upssim {
+
 /**
  * The simulated UPS with its line and the scenario that is played to it.
  *
@@ -20,8 +22,9 @@ public:
     /** Starts `script` from undisturbed surroundings; what the UPS remembers stays. */
     void play(const Script &script);
 
-    /** Does one action; false with `error` set when the UPS refuses it. */
-    bool perform(const Action &action, QString *error);
+    /** Does one action, unless the UPS refuses it.
+     *  @return what an action that asks wants to know; of the others an empty text */
+    Result<QString> perform(const Action &action);
 
     UpsModel &model() { return m_model; }
     LineFaults &faults() { return m_faults; }
@@ -29,7 +32,13 @@ public:
 
 private:
     void pull(const Action &action);
-    static bool accepted(UpsModel::Answer answer, QString *error);
+    Result<QString> playScenario(const QString &name);
+    Result<QString> force(int id, quint16 raw);
+    Result<QString> registerText(int id) const;
+    QString eventsText() const;
+    QString writeText() const;
+    QString stateText() const;
+    static Result<QString> accepted(UpsModel::Answer answer);
 
     UpsModel m_model;
     LineFaults m_faults;
@@ -38,3 +47,5 @@ private:
     int m_nextStep = 0;
     double m_scriptTime = 0; // s
 };
+
+} // namespace upssim

@@ -2,7 +2,9 @@
 
 #include "upsmodel.h"
 
-#include "tools/settingrows.h"
+#include "settingrows.h"
+
+namespace upssim {
 
 using namespace registermap;
 using namespace upscontent;
@@ -12,6 +14,7 @@ namespace {
 
 constexpr double testTime = 20; // s
 constexpr double minimumChargeForTest = 0.2;
+constexpr int batteryType = 3045;
 
 } // namespace
 
@@ -96,13 +99,22 @@ UpsModel::Answer UpsModel::transferToInverter()
     return Answer::Accepted;
 }
 
-UpsModel::Answer UpsModel::checkSetting(int id, quint16 raw)
+UpsModel::Answer UpsModel::checkSetting(int id, quint16 raw) const
 {
     const SettingRow *const row = settingRow(id);
     if (!row)
         return Answer::BadValue;
+    const bool lithium = setting(batteryType) == 1;
+    int min = row->min;
+    int max = row->max;
+    for (const CellBounds &cell : cellBounds) {
+        if (cell.id == id && lithium)
+            min = cell.lithiumMin;
+        else if (cell.id == id)
+            max = cell.vrlaMax;
+    }
     const int number = rawNumber(row->registers.format, raw);
-    return number < row->min || number > row->max ? Answer::BadValue : Answer::Accepted;
+    return number < min || number > max ? Answer::BadValue : Answer::Accepted;
 }
 
 UpsModel::Answer UpsModel::writeSetting(int id, quint16 raw)
@@ -112,3 +124,5 @@ UpsModel::Answer UpsModel::writeSetting(int id, quint16 raw)
         m_settings[std::size_t(id - firstSetting)] = raw;
     return answer;
 }
+
+} // namespace upssim

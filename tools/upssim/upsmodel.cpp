@@ -1,10 +1,12 @@
 #include "upsmodel.h"
 
-#include "tools/settingrows.h"
+#include "settingrows.h"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
+
+namespace upssim {
 
 using namespace registermap;
 using namespace upscontent;
@@ -306,3 +308,5 @@ void UpsModel::clearHistory()
     ++m_generation;
     record(HistoryCleared, true);
 }
+
+} // namespace upssim

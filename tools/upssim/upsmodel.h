@@ -2,13 +2,15 @@
 
 #include "upstypes.h"
 
-#include "tools/registermap.h"
+#include "registermap.h"
 
 #include <array>
 #include <bitset>
 #include <deque>
 #include <functional>
 #include <random>
+
+namespace upssim {
 
 /**
  * The simulated UPS: mains, rectifier, battery, inverter, bypass and load.
@@ -46,7 +48,7 @@ public:
     /** Changes a setting. @param raw  as in the register */
     Answer writeSetting(int id, quint16 raw);
     /** What writeSetting() would answer, without writing. */
-    static Answer checkSetting(int id, quint16 raw);
+    Answer checkSetting(int id, quint16 raw) const;
 
     /** The raw value of a setting; 0xFFFF for an identifier that is none. */
     quint16 setting(int id) const;
@@ -56,6 +58,7 @@ public:
 
     bool event(int index) const { return m_events.test(std::size_t(index)); }
     Path path() const { return m_path; }
+    Task task() const { return m_task; }
     double charge() const { return m_charge; }
     int workingMode() const;
 
@@ -135,3 +138,5 @@ private:
     quint16 m_recordNumber = 0;
     quint16 m_generation = 1;
 };
+
+} // namespace upssim

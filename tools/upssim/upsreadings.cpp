@@ -6,6 +6,8 @@
 #include <cmath>
 #include <limits>
 
+namespace upssim {
+
 using namespace registermap;
 
 namespace {
@@ -183,3 +185,5 @@ double UpsModel::jitter(double range)
 {
     return range * (double(m_random() % 2001) / 1000 - 1);
 }
+
+} // namespace upssim

@@ -2,6 +2,8 @@
 
 #include <QtGlobal>
 
+namespace upssim {
+
 /** What surrounds the UPS; a scenario pulls these levers. */
 struct Surroundings
 {
@@ -72,3 +74,5 @@ enum {
     MaintenanceStarted = 127,
 };
 }
+
+} // namespace upssim

@@ -19,8 +19,9 @@ EXPORTED int Query(PortDescriptor *port, int address, DataCallback callback, voi
 #endif
 
 #ifndef WITHOUT_CONTROL
-EXPORTED int Control(PortDescriptor *port, int, char *command, void *)
+EXPORTED int Control(PortDescriptor *port, int unit, char *command, void *)
 {
+    fakeDriver()->controlledUnit = unit;
     const auto action = fakeDriver()->control();
     return action ? action(*port, command) : 1;
 }

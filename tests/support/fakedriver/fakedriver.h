@@ -1,7 +1,8 @@
 #pragma once
 
-#include "comm/driverapi.h"
+#include "driverapi.h"
 
+#include <atomic>
 #include <functional>
 #include <mutex>
 
@@ -22,6 +23,8 @@ public:
     void onControl(const Control &action) { set(m_control, action); }
     Query query() { return get(m_query); }
     Control control() { return get(m_control); }
+
+    std::atomic<int> controlledUnit { 0 }; ///< of the last command
 
 private:
     template <typename Action> void set(Action &member, const Action &action)

@@ -1,0 +1,258 @@
+// How the view looks, by rules that hold for all of it: nothing covers anything else, one font,
+// what belongs together is in line.
+
+#include "diagram/energyline.h"
+#include "dialogs/dialog.h"
+#include "dialogs/msgbox.h"
+#include "guardedtest.h"
+#include "modalanswer.h"
+#include "pages/valuepanel.h"
+#include "style/viewcolors.h"
+#include "tavoview.h"
+#include "trends/trendpanel.h"
+
+#include <QComboBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableWidget>
+#include <QWindow>
+
+namespace {
+
+bool isSeen(const QWidget &widget)
+{
+    return widget.isVisible()
+        && (qobject_cast<const QLabel *>(&widget) || qobject_cast<const QAbstractButton *>(&widget)
+            || qobject_cast<const QTableWidget *>(&widget)
+            || qobject_cast<const QLineEdit *>(&widget)
+            || qobject_cast<const QComboBox *>(&widget));
+}
+
+// What stands on another thing or sticks out of `top`.
+QStringList misplaced(const QWidget &top)
+{
+    QStringList found;
+    QList<QPair<const QWidget *, QRect>> taken;
+    for (const auto *widget : top.findChildren<QWidget *>()) {
+        const QString name = widget->metaObject()->className() + widget->objectName();
+        if (!isSeen(*widget) || widget->objectName().startsWith("qt_"))
+            continue;
+        const QRect rect(widget->mapTo(&top, QPoint()), widget->size());
+        if (!top.rect().contains(rect))
+            found.append(name + " sticks out");
+        for (const auto &[other, place] : taken) {
+            if (place.intersects(rect) && !other->isAncestorOf(widget))
+                found.append(name + " covers " + other->objectName());
+        }
+        taken.append({ widget, rect });
+    }
+    return found;
+}
+
+QStringList inOtherFonts(const QWidget &top)
+{
+    QStringList found;
+    for (const auto *widget : top.findChildren<QWidget *>()) {
+        const QFont font = widget->font();
+        if (isSeen(*widget) && (font.family() != "Microsoft YaHei" || font.pointSize() < 10))
+            found.append(widget->metaObject()->className() + widget->objectName());
+    }
+    return found;
+}
+
+} // namespace
+
+class tst_ViewLook : public GuardedTest
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        GuardedTest::init();
+        // A host's style sheet, which takes the inheriting of fonts away.
+        qApp->setStyleSheet("QWidget { color: black; }");
+        m_view = std::make_unique<tavoView>();
+        m_view->refreshLayout();
+        m_view->setUserInfo("admin", 1);
+        m_view->flushData({ { 3013, 7.0f } });
+        m_view->resize(1000, 640);
+        m_view->show();
+    }
+
+    void cleanup()
+    {
+        m_view.reset();
+        qApp->setStyleSheet({});
+        GuardedTest::cleanup();
+    }
+
+    void pages_data()
+    {
+        QTest::addColumn<int>("tab");
+        QTest::newRow("overview") << int(tavoView::OverviewTab);
+        QTest::newRow("alarms") << int(tavoView::AlarmTab);
+        QTest::newRow("real-time values") << int(tavoView::RealDataTab);
+        QTest::newRow("control") << int(tavoView::ControlTab);
+        QTest::newRow("maintenance") << int(tavoView::MaintenanceTab);
+    }
+
+    void pages()
+    {
+        QFETCH(int, tab);
+        m_view->findChild<QTabWidget *>()->setCurrentIndex(tab);
+        QCOMPARE(misplaced(*m_view), QStringList());
+        QCOMPARE(inOtherFonts(*m_view), QStringList());
+    }
+
+    void dialog_data()
+    {
+        QTest::addColumn<int>("page");
+        QTest::newRow("value") << 0;
+        QTest::newRow("option") << 1;
+        QTest::newRow("busy") << 2;
+    }
+
+    void dialog()
+    {
+        QFETCH(int, page);
+        ParameterInformation record;
+        record.name = "Number:";
+        record.max = 10;
+        Dialog &dialog = *m_view->findChild<Dialog *>();
+        dialog.initial(&record);
+        dialog.show();
+        dialog.switchPage(page);
+        QCoreApplication::processEvents();
+        QCOMPARE(misplaced(dialog), QStringList());
+        QCOMPARE(inOtherFonts(dialog), QStringList());
+    }
+
+    void messageBox()
+    {
+        const ModalAnswer answer([this](QDialog &box) {
+            QCOMPARE(misplaced(box), QStringList());
+            QCOMPARE(inOtherFonts(box), QStringList());
+            QVERIFY((box.geometry().center() - m_view->geometry().center()).manhattanLength() < 4);
+            QCOMPARE(box.windowHandle()->transientParent(), m_view->windowHandle());
+            const auto *ok = box.findChild<QPushButton *>("btnBlue");
+            const auto *cancel = box.findChild<QPushButton *>("btnWhite");
+            QCOMPARE(ok->y(), cancel->y());
+            QVERIFY(cancel->x() > ok->geometry().right());
+            box.accept();
+        });
+        MsgBox::ask(m_view.get(), MsgBox::Question, "Startup?");
+        QVERIFY(answer.hasAnswered());
+    }
+
+    void cardsStandInRows()
+    {
+        m_view->findChild<QTabWidget *>()->setCurrentIndex(tavoView::RealDataTab);
+        const auto cards = m_view->findChildren<ValuePanel *>();
+        QCOMPARE(cards.size(), 6);
+        for (int i = 0; i < 6; ++i) {
+            QCOMPARE(cards[i]->y(), cards[i / 3 * 3]->y());
+            QCOMPARE(cards[i]->x(), cards[i % 3]->x());
+            QVERIFY(qAbs(cards[i]->width() - cards[0]->width()) <= 1);
+        }
+        QCOMPARE(cards[1]->x() - cards[0]->geometry().right(),
+                 cards[3]->y() - std::max(cards[0]->geometry().bottom(), 0));
+    }
+
+    // A device's own text gives way; a wide page is not filled with empty cards.
+    void cardsKeepTheirWidth()
+    {
+        m_view->findChild<QTabWidget *>()->setCurrentIndex(tavoView::RealDataTab);
+        auto *card = m_view->findChild<ValuePanel *>();
+        const int before = card->width();
+        DataReport report;
+        for (int i = 0; i < 16; ++i)
+            report.insert(4080 + i, float('W'));
+        m_view->flushData(report);
+        QCoreApplication::processEvents();
+        QCOMPARE(card->valueLabels().at(4)->text(), QString(16, 'W'));
+        QCOMPARE(card->width(), before);
+        m_view->resize(1900, 1000);
+        QTRY_COMPARE(card->width(), 420 * card->logicalDpiX() / 96);
+        QFont large = m_view->font();
+        large.setPointSize(20); // as with twice the points an inch
+        auto *record = m_view->findChild<QTableWidget *>("RecordTable");
+        record->setFont(large);
+        QVERIFY(record->columnWidth(0)
+                > QFontMetrics(large).horizontalAdvance("since before 0000-00-00 00:00:00"));
+    }
+
+    // The least size is the page's: a host that sizes the diagram gets that size.
+    void overviewHasRoomForTrends()
+    {
+        auto *diagram = m_view->findChild<Energyline *>();
+        const auto *trends = diagram->parentWidget()->findChild<TrendPanel *>();
+        QVERIFY(!trends->isVisible() && diagram->width() >= 900);
+        m_view->resize(1900, 1000);
+        QTRY_VERIFY(trends->isVisible() && diagram->width() >= 1200);
+        QCOMPARE(diagram->geometry().intersected(trends->geometry()), QRect());
+        diagram->resize(400, 300);
+        QCoreApplication::processEvents();
+        QCOMPARE(diagram->size(), QSize(400, 300));
+    }
+
+    void cardIsPainted()
+    {
+        m_view->findChild<QTabWidget *>()->setCurrentIndex(tavoView::RealDataTab);
+        auto *card = m_view->findChild<ValuePanel *>();
+        const QImage image = card->grab().toImage();
+        const int middle = card->width() / 2;
+        QCOMPARE(image.pixelColor(middle, 3), QColor(ViewColors::band));
+        QCOMPARE(image.pixelColor(middle, card->height() - 3), QColor(ViewColors::card));
+        QCOMPARE(image.pixelColor(middle, card->height() - 1), QColor(ViewColors::hairline));
+        for (const QLabel *value : card->valueLabels())
+            QCOMPARE(value->geometry().right(), card->valueLabels().first()->geometry().right());
+    }
+
+    void buttonsAreInLine()
+    {
+        m_view->findChild<QTabWidget *>()->setCurrentIndex(tavoView::ControlTab);
+        QMap<QString, QRect> places;
+        for (const auto *button :
+             m_view->findChild<QWidget *>("ControlTable")->findChildren<QPushButton *>())
+            places[button->objectName()] = button->geometry();
+        for (const QRect &place : places) {
+            QCOMPARE(place.width(), places["power_on"].width());
+            QVERIFY(place.height() >= 32);
+        }
+        QCOMPARE(places["buzzer_on"].x(), places["battery_maintenance"].x());
+        // What moves the load is at the end of its row.
+        QCOMPARE(places["power_off"].x(), places["turn_bypass"].x());
+        QVERIFY(places["off_turn_bypass"].x() > places["power_on"].right());
+        QVERIFY(places["power_off"].x() > places["off_turn_bypass"].right());
+    }
+
+    void tablesAreToLookAt()
+    {
+        for (const auto *table : m_view->findChildren<QTableWidget *>()) {
+            const QByteArray name = table->objectName().toUtf8();
+            QVERIFY2(table->editTriggers() == QAbstractItemView::NoEditTriggers, name);
+            QVERIFY2(table->focusPolicy() == Qt::NoFocus, name);
+            QVERIFY2(table->selectionMode() == QAbstractItemView::SingleSelection, name);
+            QVERIFY2(table->selectionBehavior() == QAbstractItemView::SelectRows, name);
+            QVERIFY2(table->alternatingRowColors(), name);
+            QVERIFY2(table->verticalHeader()->isHidden(), name);
+            QVERIFY2(!table->horizontalHeader()->highlightSections(), name);
+            const bool isRecord = name == "RecordTable";
+            QCOMPARE(table->columnWidth(isRecord ? 0 : 2), isRecord ? 280 : 150);
+            for (int row = 0; row < table->rowCount(); ++row) {
+                QCOMPARE(table->rowHeight(row), 28);
+                QCOMPARE(table->item(row, 2)->textAlignment(), int(Qt::AlignCenter));
+                QCOMPARE(table->item(row, 2)->foreground().color(), QColor(Qt::red));
+            }
+        }
+    }
+
+private:
+    std::unique_ptr<tavoView> m_view;
+};
+
+QTEST_MAIN(tst_ViewLook)
+#include "tst_viewlook.moc"

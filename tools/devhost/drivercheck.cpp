@@ -1,0 +1,54 @@
+#include "drivercheck.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QStringList>
+
+#include <dlfcn.h>
+#include <vector>
+
+namespace {
+
+constexpr char driverName[] = "libkx300_g4_6-20k.so";
+
+/** The directories that the loader searches for this program, in its order. */
+QStringList searchedDirectories()
+{
+    QStringList directories;
+    void *program = ::dlopen(nullptr, RTLD_LAZY);
+    Dl_serinfo size {};
+    if (program && ::dlinfo(program, RTLD_DI_SERINFOSIZE, &size) == 0) {
+        std::vector<char> memory(size.dls_size);
+        auto *info = reinterpret_cast<Dl_serinfo *>(memory.data());
+        info->dls_size = size.dls_size;
+        info->dls_cnt = size.dls_cnt;
+        if (::dlinfo(program, RTLD_DI_SERINFO, info) == 0)
+            for (unsigned i = 0; i < info->dls_cnt; ++i)
+                directories << QDir::cleanPath(QFile::decodeName(info->dls_serpath[i].dls_name));
+    }
+    if (program)
+        ::dlclose(program);
+    return directories;
+}
+
+} // namespace
+
+Outcome checkDriver()
+{
+    if (void *loaded = ::dlopen(driverName, RTLD_LAZY | RTLD_NOLOAD)) {
+        ::dlclose(loaded);
+        return {};
+    }
+    // Once more, for the loader's reason.
+    QString cause = QStringLiteral("the plug-in did not load %1").arg(QLatin1String(driverName));
+    if (void *loaded = ::dlopen(driverName, RTLD_LAZY))
+        ::dlclose(loaded);
+    else
+        cause = QString::fromLocal8Bit(::dlerror());
+    return { QCoreApplication::translate(
+                 "DriverCheck",
+                 "no driver, so that no device can be reached: %1; looked for in %2; "
+                 "--driver-dir names another directory")
+                 .arg(cause, searchedDirectories().join(QLatin1String(", "))) };
+}

@@ -1,0 +1,39 @@
+#include "pages/maintenancepage.h"
+
+#include "answers/statuslines.h"
+#include "lookup.h"
+#include "pages/controlbuttons.h"
+#include "pages/historynote.h"
+#include "style/notetext.h"
+
+namespace {
+
+constexpr int textWidth = 640; // what fits the smallest window
+
+} // namespace
+
+MaintenancePage::MaintenancePage(Rows<CommandRow> commands, QObject *receiver, const char *clicked,
+                                 QWidget *parent)
+    : QWidget(parent)
+    , m_history(new HistoryNote(this))
+    , m_status(new StatusLines(this))
+{
+    setObjectName(QStringLiteral("MaintainTable"));
+    auto *grid = new QGridLayout(this);
+    const int row = addControlButtons(*grid, commands, ButtonPage::Maintenance, receiver, clicked);
+    grid->addWidget(m_status, row, 0, 1, -1);
+    grid->addWidget(m_history, row + 1, 0, 1, -1);
+    int last = row + 2;
+    for (const CommandRow &command : commands) {
+        if (command.button.page != ButtonPage::Maintenance)
+            continue;
+        auto *note = new NoteText(nullptr, this);
+        note->setFont(QFont(QStringLiteral("Microsoft YaHei"), 10)); // before it is measured
+        note->setWidest(textWidth);
+        note->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+        note->say(tr("%1: %2").arg(translated("tavoView", command.button.text),
+                                   translated("tavoView", command.button.consequence)));
+        grid->addWidget(note, last++, 0, 1, -1);
+    }
+    grid->setRowStretch(last, 1);
+}

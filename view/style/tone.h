@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QPalette>
+#include <QString>
+
+/** How good or bad it is what a text says. */
+enum class Tone { Plain, Good, Attention, Alarm };
+
+/** The mark that stands before a text, so that its tone is seen in grey, too. */
+QString toneMark(Tone tone);
+
+/** The tone's colour for text on `ground`: as dark, or as light, as it takes to be read (4.5:1). */
+QColor toneColor(Tone tone, const QColor &ground);
+
+/** The ratio of two colours' luminances, 1 to 21. */
+double contrast(const QColor &a, const QColor &b);
+
+/** `ground` with 8 % of the tone's colour. */
+QColor toneGround(Tone tone, const QColor &ground);

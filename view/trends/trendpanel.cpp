@@ -1,0 +1,347 @@
+#include "trends/trendpanel.h"
+
+#include "lookup.h"
+#include "style/severitymark.h"
+#include "style/viewcolors.h"
+
+#include <QBoxLayout>
+#include <QButtonGroup>
+#include <QEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPainterPath>
+#include <QToolButton>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int margin = 12;
+constexpr int radius = 6;
+constexpr int pauseMs = 1000; // at least, between two looks at the store
+constexpr int markSize = 8;
+constexpr int axisPointSize = 8;
+constexpr QColor batteryGround(0xFB, 0xE9, 0xC8);
+constexpr QColor unknownGround(0xCF, 0xD2, 0xE4);
+constexpr QColor outsideGround(0xB3, 0x26, 0x1E, 28);
+constexpr QColor curve(0x29, 0x47, 0xC6);
+constexpr char none[] = "\u2013";
+
+const char *const buttonStyle =
+    "QToolButton { color: #1B2140; background: #FFFFFF; border: 1px solid #C9CCE3;"
+    " border-radius: 4px; padding: 2px 8px; }"
+    "QToolButton:checked { background: #DDDFF5; border-color: #2947C6; }"
+    "QToolButton:focus { border: 2px solid #2947C6; padding: 1px 7px; }";
+
+QString number(double value)
+{
+    return QString::number(value, 'f', 1);
+}
+
+void fillGround(QPainter &painter, const QRectF &area, TrendGround ground)
+{
+    if (ground == TrendGround::Battery)
+        painter.fillRect(area, batteryGround);
+    else if (ground == TrendGround::Unknown)
+        painter.fillRect(area, QBrush(unknownGround, Qt::BDiagPattern));
+}
+
+} // namespace
+
+TrendPanel::TrendPanel(const TrendStore &store, QWidget *parent)
+    : QWidget(parent)
+    , m_store(store)
+    , m_spans(new QButtonGroup(this))
+{
+    setAccessibleName(tr("Trends"));
+    setMouseTracking(true);
+    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Expanding);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(margin, 8, margin, 0);
+    column->addLayout(createHead());
+    column->addStretch();
+}
+
+QLayout *TrendPanel::createHead()
+{
+    auto *head = new QHBoxLayout;
+    head->addStretch(); // the title is painted
+    const struct
+    {
+        TrendSpan span;
+        QString text;
+        QString tip;
+    } buttons[] = {
+        { TrendSpan::TenMinutes, tr("10 min"), tr("The last ten minutes") },
+        { TrendSpan::Hour, tr("1 h"), tr("The last hour") },
+        { TrendSpan::Day, tr("24 h"), tr("The last day") },
+    };
+    for (const auto &row : buttons) {
+        auto *button = new QToolButton(this);
+        button->setText(row.text);
+        button->setToolTip(row.tip);
+        button->setCheckable(true);
+        button->setChecked(row.span == m_span);
+        button->setStyleSheet(QString::fromLatin1(buttonStyle));
+        button->setFocusPolicy(Qt::StrongFocus);
+        m_spans->addButton(button, static_cast<int>(row.span));
+        head->addWidget(button);
+    }
+    connect(m_spans, &QButtonGroup::idClicked, this,
+            [this](int id) { setSpan(static_cast<TrendSpan>(id)); });
+    return head;
+}
+
+void TrendPanel::setSpan(TrendSpan span)
+{
+    m_span = span;
+    m_spans->button(static_cast<int>(span))->setChecked(true);
+    m_cursor = -1;
+    if (isVisible())
+        rebuild();
+}
+
+QRectF TrendPanel::noteArea() const
+{
+    const QRect buttons = m_spans->buttons().first()->geometry();
+    return QRectF(margin, buttons.bottom() + 4, width() - 2 * margin, fontMetrics().height());
+}
+
+QRectF TrendPanel::plotArea() const
+{
+    const double top = noteArea().bottom() + 4;
+    return QRectF(margin, top, width() - 2 * margin, height() - top - 4);
+}
+
+int TrendPanel::heightForWidth(int width) const
+{
+    const int text = fontMetrics().height();
+    const int head = 8 + m_spans->buttons().first()->sizeHint().height() + 4 + text + 4;
+    return head + 4 + trendHeight(m_store.family().trends.size(), width - 2 * margin, text);
+}
+
+QSize TrendPanel::minimumSizeHint() const
+{
+    const int width = std::max(QWidget::minimumSizeHint().width(), leastPlotWidth + 2 * margin)
+        + fontMetrics().horizontalAdvance(tr("Trends"));
+    // Where the plots fit beside each other; who is narrower asks for the height of its width.
+    const int wide = maxTrends * 2 * leastPlotWidth;
+    return { width, heightForWidth(wide) };
+}
+
+void TrendPanel::refresh()
+{
+    const bool hasChanged = m_showsLatest != (m_store.latest() != nullptr);
+    if (isVisible() && (hasChanged || m_sinceShown.hasExpired(pauseMs)))
+        rebuild();
+}
+
+void TrendPanel::rebuild()
+{
+    m_newest = QDateTime::currentDateTime();
+    m_sinceShown.start();
+    m_showsLatest = m_store.latest() != nullptr;
+    m_scene = trendScene(m_store, m_span, plotArea(), fontMetrics().height());
+    update();
+}
+
+void TrendPanel::showEvent(QShowEvent *)
+{
+    rebuild();
+}
+
+void TrendPanel::hideEvent(QHideEvent *)
+{
+    m_scene = {};
+}
+
+void TrendPanel::resizeEvent(QResizeEvent *)
+{
+    if (isVisible())
+        rebuild();
+}
+
+void TrendPanel::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange && isVisible())
+        rebuild();
+}
+
+void TrendPanel::pointAt(int step)
+{
+    if (step == m_cursor)
+        return;
+    m_cursor = step;
+    update();
+}
+
+void TrendPanel::mouseMoveEvent(QMouseEvent *event)
+{
+    pointAt(stepAt(m_scene, event->localPos()));
+}
+
+void TrendPanel::leaveEvent(QEvent *)
+{
+    pointAt(-1);
+}
+
+QString TrendPanel::timeText(int step, const char *format) const
+{
+    const qint64 age = (TrendBuffer::stepCount - 1 - step) * m_store.buffer(m_span).stepMs();
+    return m_newest.addMSecs(-age).toString(QString::fromLatin1(format));
+}
+
+QString TrendPanel::valueText(int trend) const
+{
+    TrendRange range;
+    if (m_cursor >= 0)
+        range = m_store.buffer(m_span).range(trend, m_cursor);
+    else if (m_store.latest())
+        range = m_store.latest()->ranges[static_cast<std::size_t>(trend)];
+    if (!range.isKnown())
+        return QString::fromUtf8(none);
+    const QString unit = QLatin1Char(' ') + QString::fromUtf8(m_store.family().trends[trend].unit);
+    const QString least = number(double(range.least));
+    const QString most = number(double(range.most));
+    return (least == most ? least : least + QString::fromUtf8(none) + most) + unit;
+}
+
+void TrendPanel::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setLayoutDirection(Qt::LeftToRight);
+    QPainterPath card;
+    card.addRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+    painter.setPen(ViewColors::hairline);
+    painter.setBrush(ViewColors::card);
+    painter.drawPath(card);
+    drawNote(painter);
+    for (int trend = 0; trend < m_scene.plots.size(); ++trend) {
+        drawPlot(painter, trend);
+        drawTexts(painter, trend);
+    }
+}
+
+void TrendPanel::drawNote(QPainter &painter) const
+{
+    const QRect buttons = m_spans->buttons().first()->geometry();
+    QFont title(font());
+    title.setPointSize(11);
+    title.setBold(true);
+    painter.setFont(title);
+    painter.setPen(ViewColors::text);
+    painter.drawText(QRect(margin, buttons.top(), buttons.left() - margin, buttons.height()),
+                     Qt::AlignLeft | Qt::AlignVCenter, tr("Trends"));
+    painter.setFont(font());
+    if (m_cursor < 0) {
+        drawLegend(painter);
+        return;
+    }
+    const int event = m_store.buffer(m_span).event(m_cursor);
+    QString text = timeText(m_cursor, "HH:mm:ss");
+    if (event != TrendBuffer::noEvent)
+        text += QStringLiteral("  ") + translated("tavoFont", m_store.family().events[event].text);
+    painter.drawText(noteArea(), Qt::AlignLeft | Qt::AlignVCenter,
+                     fontMetrics().elidedText(text, Qt::ElideRight, int(noteArea().width())));
+}
+
+void TrendPanel::drawLegend(QPainter &painter) const
+{
+    const QString texts[] = { tr("on battery"), tr("no data"), tr("beyond a limit") };
+    QRectF swatch(margin, noteArea().center().y() - markSize / 2.0, 2 * markSize, markSize);
+    painter.setPen(ViewColors::secondaryText);
+    for (int i = 0; i < 3; ++i) {
+        if (i == 2)
+            painter.fillRect(swatch, outsideGround);
+        else
+            fillGround(painter, swatch, i == 0 ? TrendGround::Battery : TrendGround::Unknown);
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRect(swatch);
+        const double left = swatch.right() + 4;
+        const double wide = fontMetrics().horizontalAdvance(texts[i]);
+        painter.drawText(QRectF(left, noteArea().top(), wide + 2, noteArea().height()),
+                         Qt::AlignLeft | Qt::AlignVCenter, texts[i]);
+        swatch.moveLeft(left + wide + 14);
+    }
+}
+
+void TrendPanel::drawGround(QPainter &painter, const QRectF &frame) const
+{
+    for (const TrendStretch &stretch : m_scene.stretches) {
+        const QRectF area(frame.left() + stretch.left, frame.top(), stretch.right - stretch.left,
+                          frame.height());
+        fillGround(painter, area, stretch.ground);
+        // A bar along the top: told apart in grey, too.
+        if (stretch.ground == TrendGround::Battery)
+            painter.fillRect(QRectF(area.topLeft(), QSizeF(area.width(), 3)),
+                             ViewColors::attention);
+    }
+}
+
+void TrendPanel::drawPlot(QPainter &painter, int trend) const
+{
+    const TrendPlot &plot = m_scene.plots.at(trend);
+    painter.save();
+    painter.setClipRect(plot.frame.adjusted(-1, -1, 1, 1));
+    drawGround(painter, plot.frame);
+    for (const QRectF &outside : plot.outside)
+        painter.fillRect(outside, outsideGround);
+    painter.setPen(QPen(curve, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setBrush(curve);
+    for (const QPolygonF &run : plot.runs)
+        painter.drawPolygon(run);
+    for (const TrendTick &tick : m_scene.ticks) {
+        const double x = plot.frame.left() + tick.x;
+        painter.setPen(severityColor(tick.severity));
+        painter.drawLine(QPointF(x, plot.frame.top()), QPointF(x, plot.frame.bottom()));
+        drawSeverityMark(painter, QRectF(x - markSize / 2.0, plot.frame.top(), markSize, markSize),
+                         tick.severity);
+    }
+    if (m_cursor >= 0) {
+        const double x = plot.frame.left() + stepLeft(m_scene, m_cursor);
+        painter.setPen(QPen(ViewColors::text, 1, Qt::DashLine));
+        painter.drawLine(QPointF(x, plot.frame.top()), QPointF(x, plot.frame.bottom()));
+    }
+    painter.setPen(ViewColors::hairline);
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(plot.frame);
+    painter.restore();
+}
+
+void TrendPanel::drawTexts(QPainter &painter, int trend) const
+{
+    const TrendPlot &plot = m_scene.plots.at(trend);
+    const QString value = valueText(trend);
+    QFont bold(font());
+    bold.setBold(true);
+    const double valueWidth = QFontMetricsF(bold).horizontalAdvance(value) + 4;
+    const double titleWidth = std::max(0.0, plot.heading.width() - valueWidth);
+    painter.setFont(font());
+    painter.setPen(ViewColors::secondaryText);
+    painter.drawText(
+        plot.heading, Qt::AlignLeft | Qt::AlignVCenter,
+        fontMetrics().elidedText(translated("TrendPanel", m_store.family().trends[trend].title),
+                                 Qt::ElideRight, int(titleWidth)));
+    painter.setFont(bold);
+    painter.setPen(ViewColors::text);
+    painter.drawText(plot.heading, Qt::AlignRight | Qt::AlignVCenter, value);
+
+    QFont small(font());
+    small.setPointSize(axisPointSize);
+    painter.setFont(small);
+    painter.setPen(ViewColors::secondaryText);
+    const QRectF inside = plot.frame.adjusted(3, 3, -3, -1);
+    painter.drawText(inside, Qt::AlignLeft | Qt::AlignTop, QString::number(qRound(plot.axis.most)));
+    painter.drawText(inside, Qt::AlignLeft | Qt::AlignBottom,
+                     QString::number(qRound(plot.axis.least)));
+    if (!m_scene.isRow && trend + 1 < m_scene.plots.size())
+        return;
+    const QRectF times = m_scene.timeLine(trend);
+    painter.drawText(times, Qt::AlignLeft | Qt::AlignVCenter, timeText(0, "HH:mm"));
+    painter.drawText(times, Qt::AlignRight | Qt::AlignVCenter,
+                     timeText(TrendBuffer::stepCount - 1, "HH:mm"));
+}
