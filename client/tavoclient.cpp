@@ -89,36 +89,35 @@ void tavoClient::release(tavoClient *client)
     client->deleteLater();
 }
 
-// The host's event loop does not wait: not for a driver, and not for many deletions in one go.
 bool tavoClient::event(QEvent *event)
 {
     if (event->type() != QEvent::DeferredDelete)
         return CollectThread::event(event);
-    const bool hasLoop = QThread::currentThread()->loopLevel() > 0;
-    if (hasLoop && !DeletionBudget::hasTime()) {
-        QTimer::singleShot(DeletionBudget::window, this, &QObject::deleteLater);
-        return true;
-    }
-    const auto start = std::chrono::steady_clock::now();
-    const bool isHandled = endOrPutOff(*event, hasLoop); // the client may be gone now
-    DeletionBudget::spendSince(start);
-    return isHandled;
+    endOrPutOff();
+    return true;
 }
 
-// Even to wake the thread takes its time, with a thousand clients.
-bool tavoClient::endOrPutOff(QEvent &deletion, bool hasLoop)
+// The host's event loop does not wait: not for a driver, and not for many deletions in one go.
+void tavoClient::endOrPutOff()
 {
-    requestStop();
+    const bool hasLoop = QThread::currentThread()->loopLevel() > 0;
+    if (hasLoop && !DeletionBudget::hasTime()) {
+        QTimer::singleShot(DeletionBudget::window, this, &tavoClient::endOrPutOff);
+        return;
+    }
+    const auto start = std::chrono::steady_clock::now();
+    const AtEnd spend([start] { DeletionBudget::spendSince(start); });
+    requestStop(); // takes its time too, with a thousand clients
     // A slot or a driver may run an event loop within poll(): the cycle below it needs the client.
     if (m_gate.isInside() || !m_gate.waitIdle(hasLoop ? 0ms : deletionPatience))
         putOffDeletion();
     else if (hasLoop && isRunning())
-        QTimer::singleShot(DeletionBudget::window, this, &QObject::deleteLater);
+        QTimer::singleShot(DeletionBudget::window, this, &tavoClient::endOrPutOff);
     else
-        return CollectThread::event(&deletion);
-    return true;
+        delete this;
 }
 
+// Never by another deleteLater(): Qt drops that while the client has any event to come.
 void tavoClient::putOffDeletion()
 {
     if (!m_isDeletionPutOff) {
@@ -128,7 +127,9 @@ void tavoClient::putOffDeletion()
                        << "is deleted later: its driver has not returned yet";
         });
     }
-    m_gate.whenIdle([this] { deleteLater(); });
+    m_gate.whenIdle([this] {
+        QMetaObject::invokeMethod(this, &tavoClient::endOrPutOff, Qt::QueuedConnection);
+    });
 }
 
 // Ends the waits of a cycle and the event loop of run(); the driver has to return by itself.

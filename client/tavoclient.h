@@ -127,7 +127,7 @@ private:
 
     void giveEventLoop();
     void requestStop();
-    bool endOrPutOff(QEvent &deletion, bool hasLoop);
+    void endOrPutOff();
     void putOffDeletion();
     void pollIfDue();
 
