@@ -48,6 +48,8 @@ private slots:
         row("same name twice", device + device, 2, "two devices are named \"s\"");
         row("address 0", QStringList { "--device", "name=a,port=p,addr=0" }, 2,
             "addr=0 is not usable");
+        row("unit 250", QStringList { "--device", "name=a,tcp=h,addr=250" }, 2,
+            "addr=250 is not usable: 1 to 247, over TCP also 0 and 255");
         row("one name in the files",
             QStringList { "--device", "name=a/b,port=p", "--device", "name=/a//b,port=q" }, 2,
             "\"a/b\" and \"/a//b\" are one name");

@@ -132,8 +132,8 @@ private slots:
                                      << "nobody answers at address 7";
         QTest::newRow("refused") << "tcp=127.0.0.1:1"
                                  << "the connection is refused";
-        QTest::newRow("silent peer") << "tcp=127.0.0.1:%1,addr=9"
-                                     << "unit 9 does not answer";
+        QTest::newRow("silent peer") << "tcp=127.0.0.1:%1,addr=255"
+                                     << "unit 255 does not answer";
     }
 
     void wayToADevice()

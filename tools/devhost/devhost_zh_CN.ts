@@ -336,6 +336,10 @@ It is not monitored any more; its events stay in the log.</source>
         <source>Testing…</source>
         <translation>正在测试…</translation>
     </message>
+    <message>
+        <source>The unit is 1 to 247; 0 and 255 stand for the peer itself.</source>
+        <translation>单元地址为 1 至 247；0 和 255 表示对端设备本身。</translation>
+    </message>
 </context>
 <context>
     <name>DevicePages</name>

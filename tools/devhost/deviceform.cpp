@@ -137,7 +137,7 @@ QWidget *DeviceForm::createNetworkPage()
     m_host->setObjectName(QStringLiteral("host"));
     m_host->setPlaceholderText(QStringLiteral("192.0.2.10"));
     m_tcpPort = createNumber("tcpPort", 1, 65535);
-    m_unit = createNumber("unit", 1, 247);
+    m_unit = createNumber("unit", 0, 255);
     auto *page = new QWidget;
     auto *form = new QFormLayout(page);
     form->setContentsMargins(0, 0, 0, 0);
@@ -228,6 +228,8 @@ Outcome DeviceForm::check() const
     const Outcome place = checkPlace();
     if (!place.isGood())
         return place;
+    if (!entered.hasUsableAddress())
+        return { tr("The unit is 1 to 247; 0 and 255 stand for the peer itself.") };
     const ParsedDevice parsed = parseDevice(entered.text());
     if (!parsed.device || parsed.device->text() != entered.text()
         || parsed.device->name != entered.name)

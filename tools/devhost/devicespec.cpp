@@ -73,7 +73,7 @@ QString takePair(const QString &key, const QString &value, DeviceSpec &device)
     else if (key == QLatin1String("tcp"))
         good = readPeer(value, device);
     else if (key == QLatin1String("addr"))
-        good = readWhole(value, 1, 247, device.address);
+        good = readWhole(value, 0, 255, device.address);
     else if (key == QLatin1String("timeout"))
         good = readWhole(value, 1, 60000, device.timeout);
     else if (key != QLatin1String("settings"))
@@ -98,6 +98,9 @@ QString complaint(const DeviceSpec &device)
         return QStringLiteral("it needs either port= or tcp=");
     if (device.isTcp() && (!device.settings.isEmpty() || device.timeout > 0))
         return QStringLiteral("settings= and timeout= belong to a port");
+    if (!device.hasUsableAddress())
+        return QStringLiteral("addr=%1 is not usable: 1 to 247, over TCP also 0 and 255")
+            .arg(device.address);
     return {};
 }
 
@@ -108,6 +111,11 @@ QString sectionOf(const QString &name)
 }
 
 } // namespace
+
+bool DeviceSpec::hasUsableAddress() const
+{
+    return (address >= 1 && address <= 247) || (isTcp() && (address == 0 || address == 255));
+}
 
 QString DeviceSpec::place() const
 {

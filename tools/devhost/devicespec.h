@@ -18,11 +18,14 @@ public:
     QString port; ///< serial node; empty for TCP
     QString host; ///< TCP peer; empty for a port
     int tcpPort = 502;
-    int address = 1;  ///< unit on the line, 1 to 247
+    int address = 1;  ///< unit on the line, 1 to 247; 0 and 255 stand for a TCP peer itself
     QString settings; ///< "9600,n,8,1"; empty leaves serial.ini alone
     int timeout = 0;  ///< ms for serial.ini; 0 leaves it alone
 
     bool isTcp() const { return !host.isEmpty(); }
+
+    /** False for units that nothing at the end of its line or connection can have. */
+    bool hasUsableAddress() const;
 
     /** Where it is, in words: "/dev/ttyUSB0, address 1". */
     QString place() const;

@@ -19,7 +19,7 @@ ExampleService::ExampleService(int &argc, char **argv, const QString &name)
 {
     setDescription(QStringLiteral("Example service \"%1\"").arg(name));
     setVersion(QStringLiteral("1.0"));
-    setStopLimit(std::chrono::milliseconds(1'000));
+    setStopLimit(std::chrono::milliseconds(3'000));
 }
 
 bool ExampleService::start()
