@@ -2,6 +2,8 @@
 
 #include "hostfile.h"
 
+#include <QMutex>
+
 #include <limits>
 
 namespace {
@@ -48,6 +50,18 @@ void checkUnit(HostFile &file, const QString &key, const DeviceSettings &setting
         checkRange(file, key, settings.unit, 1, 247);
 }
 
+// Most devices record the same events: a thousand maps of them would take ten megabytes. Never
+// destroyed, as a host may configure a client while the process exits.
+QMap<int, int> sharedWithTheLast(const QMap<int, int> &choice)
+{
+    static auto &mutex = *new QMutex;
+    static auto &last = *new QMap<int, int>; // guarded by mutex
+    const QMutexLocker lock(&mutex);
+    if (choice != last)
+        last = choice;
+    return last;
+}
+
 } // namespace
 
 DeviceConfig readDeviceConfig(const QString &directory, const QString &deviceName, int eventCount)
@@ -72,6 +86,7 @@ DeviceConfig readDeviceConfig(const QString &directory, const QString &deviceNam
         const QString key = deviceName + QStringLiteral("/eventChooseList/%1").arg(i);
         settings.eventChoice.insert(i - 1, file.number(key, 0));
     }
+    settings.eventChoice = sharedWithTheLast(settings.eventChoice);
     if (!file.hasGroup(deviceName))
         file.report(QStringLiteral("nothing about \"%1\": the defaults are used, port %2")
                         .arg(deviceName, settings.portName));

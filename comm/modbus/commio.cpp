@@ -83,7 +83,8 @@ int receive(QAbstractSocket &socket, char *bytes, int room, milliseconds limit)
 // step again. A reply may also come in several pieces.
 int readReply(QAbstractSocket &socket, char *bytes)
 {
-    const int late = int(socket.read(bytes, tcpBufferSize));
+    // An empty buffer is not read from: Qt would keep 16 KiB for it from then on.
+    const int late = socket.bytesAvailable() > 0 ? int(socket.read(bytes, tcpBufferSize)) : 0;
     int count = late;
     const auto deadline = steady_clock::now() + tcpTimeout;
     while (count < tcpBufferSize && (count <= late || count < announcedLength(bytes, count))) {
