@@ -143,6 +143,9 @@ private slots:
         QCOMPARE(StopSource::waitFor(-1, 0, 5s), StopSource::Wait::Stopped);
         stopper.join();
         QVERIFY(clock.elapsed() < 1000);
+        QMutex mutex;
+        const QMutexLocker lock(&mutex);
+        QVERIFY(!StopSource::lock(mutex));
     }
 
     void stopEndsWaiting()

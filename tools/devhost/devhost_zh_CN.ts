@@ -493,7 +493,7 @@ It is not monitored any more; its events stay in the log.</source>
     </message>
     <message>
         <source>%1: %2</source>
-        <translation>%1:%2</translation>
+        <translation>%1：%2</translation>
     </message>
     <message>
         <source>%1, for %2</source>
@@ -574,7 +574,7 @@ It is not monitored any more; its events stay in the log.</source>
     <name>HostWindow</name>
     <message>
         <source>%1: %2</source>
-        <translation>%1:%2</translation>
+        <translation>%1：%2</translation>
     </message>
     <message>
         <source>KX300 device host</source>
