@@ -49,11 +49,7 @@ private slots:
         QVERIFY(server.listen(QHostAddress::LocalHost));
 
         std::atomic<int> calls { 0 };
-        const auto read = [&](PortDescriptor &port) {
-            ++calls;
-            char reply[1000];
-            return port.read(&port, reply, sizeof reply) > 0;
-        };
+        const auto read = [&calls](PortDescriptor &port) { return ++calls && readFrom(port); };
         const bool reads = state.endsWith("read") || state == "drain";
         theDriver().onQuery([&](PortDescriptor &port, int, const FakeDriver::Callback &) {
             return reads ? read(port) : int(++calls);
@@ -62,13 +58,8 @@ private slots:
 
         auto *client = new tavoClient;
         const QPointer<tavoClient> alive(client);
-        const bool tcp = state == "pause" || state == "connecting" || state == "tcp read";
         const quint16 port = state == "tcp read" ? server.serverPort() : peer.port();
-        configure(*client, "ups1",
-                  "portName=" + pty.name().toLatin1() + "\nipAddr=127.0.0.1\ncommType="
-                      + (tcp ? "1" : "0") + "\nport=" + QByteArray::number(port) + '\n');
-        for (int i = 0; state == "drain" && i < 200; ++i)
-            client->control(1003, {});
+        prepare(*client, state, pty.name(), port);
         SerialPort *line = PortManage::instance()->getPortHandle(pty.name());
         auto busy = state == "port lock" ? std::make_unique<PortLock>(*line) : nullptr;
 
@@ -77,15 +68,7 @@ private slots:
             poller = std::thread([client] { client->poll(); });
         else if (state != "not started")
             client->start();
-        // Where the driver cannot tell: a moment in the pause, or the pause and a moment.
-        if (state == "connecting")
-            QTest::qWait(5300);
-        else if (tcp && state == "pause")
-            QTest::qWait(300);
-        else if (state == "port lock")
-            QTest::qWait(200);
-        else if (state != "not started")
-            QTRY_VERIFY_WITH_TIMEOUT(calls > 0, 20000);
+        waitToBeIn(state, calls);
 
         Stopwatch clock;
         client->release(client);
@@ -221,12 +204,8 @@ private slots:
         });
         for (int i = 0; i < 60; ++i) {
             client.setPort(ptys[i % 2].name(), "9600,n,8,1");
-            client.setDevId(i);
             client.setPortHandle(i % 3 ? nullptr : &manager);
-            client.flushUpsInfo("host", i);
-            client.getWorkState();
-            if (i % 20 == 0)
-                client.loadConfig();
+            changeTheRest(client, i);
             QTest::qWait(1);
         }
         commands.join();
@@ -285,6 +264,43 @@ private slots:
         if (host)
             host->quit();
         QVERIFY(!host || host->wait());
+    }
+
+private:
+    static bool readFrom(PortDescriptor &port)
+    {
+        char reply[1000];
+        return port.read(&port, reply, sizeof reply) > 0;
+    }
+
+    static void prepare(tavoClient &client, const QString &state, const QString &line, int port)
+    {
+        const bool isTcp = state == "pause" || state == "connecting" || state == "tcp read";
+        configure(client, "ups1",
+                  "portName=" + line.toLatin1() + "\nipAddr=127.0.0.1\ncommType="
+                      + (isTcp ? "1" : "0") + "\nport=" + QByteArray::number(port) + '\n');
+        for (int i = 0; state == "drain" && i < 200; ++i)
+            client.control(1003, {});
+    }
+
+    // Where the driver cannot tell: a moment in the pause, or the pause and a moment.
+    static void waitToBeIn(const QString &state, const std::atomic<int> &calls)
+    {
+        if (state == "connecting")
+            QTest::qWait(5300);
+        else if (state == "pause" || state == "port lock")
+            QTest::qWait(300);
+        else if (state != "not started")
+            QTRY_VERIFY_WITH_TIMEOUT(calls > 0, 20000);
+    }
+
+    static void changeTheRest(tavoClient &client, int round)
+    {
+        client.setDevId(round);
+        client.flushUpsInfo("host", round);
+        client.getWorkState();
+        if (round % 20 == 0)
+            client.loadConfig();
     }
 };
 

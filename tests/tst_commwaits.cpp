@@ -53,6 +53,9 @@ const QString plain = QStringLiteral("9600,n,8,1");
 
 } // namespace
 
+using Wait = void (*)();
+Q_DECLARE_METATYPE(Wait)
+
 class tst_CommWaits : public GuardedTest
 {
     Q_OBJECT
@@ -148,62 +151,82 @@ private slots:
         QVERIFY(!StopSource::lock(mutex));
     }
 
+    void stopEndsWaiting_data()
+    {
+        QTest::addColumn<Wait>("wait");
+        QTest::newRow("serial read") << &readSerial;
+        QTest::newRow("serial write") << &writeSerial;
+        QTest::newRow("busy port") << &askForBusyPort;
+        QTest::newRow("queue") << &queueForPort;
+        QTest::newRow("connecting") << &connectToSilence;
+    }
+
     void stopEndsWaiting()
     {
-        const std::function<void()> serialRead = [] {
-            PtyPair line;
-            SerialPort port;
-            QVERIFY(port.CommOpen(line.name(), plain, 20'000));
-            char byte = 0;
-            QCOMPARE(port.readData(&byte, 1), -1);
-        };
-        const std::function<void()> serialWrite = [] {
-            PtyPair line;
-            SerialPort port;
-            QVERIFY(port.CommOpen(line.name(), plain, 20'000));
-            const QByteArray flood(1'000'000, 'f'); // nobody reads it
-            const qint64 written = port.writeData(flood.constData(), flood.size());
-            QVERIFY(written > 0 && written < flood.size());
-        };
-        const std::function<void()> busyPort = [] {
-            PtyPair line;
-            PortManage manager;
-            SerialPort *port = manager.getPortHandle(line.name());
-            port->Lock();
-            QVERIFY(!manager.getPortHandle(line.name()) && !PortLock(*port));
-            port->UnLock();
-        };
-        const std::function<void()> queue = [] {
-            PtyPair line;
-            PortManage manager;
-            SerialPort *port = manager.getPortHandle(line.name());
-            port->Lock();
-            std::thread first([port] { const PortLock lock(*port); });
-            StopSource::waitFor(-1, 0, 50ms);
-            QVERIFY(!manager.getLockedPort(line.name()));
-            port->UnLock();
-            first.join();
-        };
-        const std::function<void()> connecting = [] {
-            const SilentPeer peer;
-            QTcpSocket socket;
-            QVERIFY(!connectToPeer(socket, loopback, peer.port(), 20s));
-            QVERIFY(StopSource::currentRequested());
-        };
-        for (const auto &wait : { serialRead, serialWrite, busyPort, queue, connecting }) {
-            StopSource source;
-            const StopSource::Scope scope(source);
-            std::thread stopper([&source] {
-                StopSource::waitFor(-1, 0, 300ms);
-                source.request();
-            });
-            Stopwatch clock;
-            wait();
-            const qint64 elapsed = clock.elapsed();
-            stopper.join();
-            QVERIFY(elapsed >= 250);
-            QVERIFY2(elapsed < 1000, qPrintable(QString::number(elapsed)));
-        }
+        QFETCH(Wait, wait);
+        StopSource source;
+        const StopSource::Scope scope(source);
+        std::thread stopper([&source] {
+            StopSource::waitFor(-1, 0, 300ms);
+            source.request();
+        });
+        Stopwatch clock;
+        wait();
+        const qint64 elapsed = clock.elapsed();
+        stopper.join();
+        QVERIFY(elapsed >= 250);
+        QVERIFY2(elapsed < 1000, qPrintable(QString::number(elapsed)));
+    }
+
+private:
+    static void readSerial()
+    {
+        PtyPair line;
+        SerialPort port;
+        QVERIFY(port.CommOpen(line.name(), plain, 20'000));
+        char byte = 0;
+        QCOMPARE(port.readData(&byte, 1), -1);
+    }
+
+    static void writeSerial()
+    {
+        PtyPair line;
+        SerialPort port;
+        QVERIFY(port.CommOpen(line.name(), plain, 20'000));
+        const QByteArray flood(1'000'000, 'f'); // nobody reads it
+        const qint64 written = port.writeData(flood.constData(), flood.size());
+        QVERIFY(written > 0 && written < flood.size());
+    }
+
+    static void askForBusyPort()
+    {
+        PtyPair line;
+        PortManage manager;
+        SerialPort *port = manager.getPortHandle(line.name());
+        port->Lock();
+        QVERIFY(!manager.getPortHandle(line.name()) && !PortLock(*port));
+        port->UnLock();
+    }
+
+    static void queueForPort()
+    {
+        PtyPair line;
+        PortManage manager;
+        SerialPort *port = manager.getPortHandle(line.name());
+        port->Lock();
+        std::thread first([port] { const PortLock lock(*port); });
+        StopSource::waitFor(-1, 0, 50ms);
+        QVERIFY(!manager.getLockedPort(line.name()));
+        port->UnLock();
+        first.join();
+    }
+
+    static void connectToSilence()
+    {
+        const SilentPeer peer;
+        QTcpSocket socket;
+        QVERIFY(!connectToPeer(socket, loopback, peer.port(), 20s));
+        QVERIFY(StopSource::currentRequested());
     }
 };
 

@@ -48,19 +48,7 @@ private slots:
             calls.push_back(unit);
             return 0;
         });
-        std::vector<std::unique_ptr<tavoClient>> clients;
-        // All in one file: QSettings takes one of the same size and millisecond for the last one.
-        QByteArray lines;
-        for (int unit = 1; unit <= 5; ++unit)
-            lines += "[unit" + QByteArray::number(unit) + "]\nportName=" + pty.name().toLatin1()
-                + "\naddr=" + QByteArray::number(unit) + "\nretries=2\n";
-        configure(*clients.emplace_back(std::make_unique<tavoClient>()), "unit1",
-                  lines.mid(int(sizeof "[unit1]")));
-        for (int unit = 2; unit <= 5; ++unit) {
-            clients.push_back(std::make_unique<tavoClient>());
-            clients.back()->deviceName = QStringLiteral("unit%1").arg(unit);
-            clients.back()->loadConfig();
-        }
+        const auto clients = fiveUnitsOf(pty);
         for (const auto &client : clients)
             client->start();
         QTRY_VERIFY_WITH_TIMEOUT(isHeld, 20'000);
@@ -171,6 +159,24 @@ private slots:
     }
 
 private:
+    static std::vector<std::unique_ptr<tavoClient>> fiveUnitsOf(const PtyPair &line)
+    {
+        std::vector<std::unique_ptr<tavoClient>> clients;
+        // All in one file: QSettings takes one of the same size and millisecond for the last one.
+        QByteArray lines;
+        for (int unit = 1; unit <= 5; ++unit)
+            lines += "[unit" + QByteArray::number(unit) + "]\nportName=" + line.name().toLatin1()
+                + "\naddr=" + QByteArray::number(unit) + "\nretries=2\n";
+        configure(*clients.emplace_back(std::make_unique<tavoClient>()), "unit1",
+                  lines.mid(int(sizeof "[unit1]")));
+        for (int unit = 2; unit <= 5; ++unit) {
+            clients.push_back(std::make_unique<tavoClient>());
+            clients.back()->deviceName = QStringLiteral("unit%1").arg(unit);
+            clients.back()->loadConfig();
+        }
+        return clients;
+    }
+
     static void turnOfTheLoop()
     {
         QEventLoop loop;

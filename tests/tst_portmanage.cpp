@@ -50,60 +50,64 @@ private slots:
         timer->start(30'000);
     }
 
+    void settingsFile_data()
+    {
+        QTest::addColumn<QByteArray>("ini"); // NAME stands for the port
+        QTest::addColumn<QString>("param");
+        QTest::addColumn<int>("tenths");
+        QTest::addColumn<QByteArray>("warning");
+        const auto row = [](const char *name, const char *ini, const char *param, int tenths,
+                            const char *warning = "") {
+            QTest::newRow(name) << QByteArray(ini) << QString(param) << tenths
+                                << QByteArray(warning);
+        };
+        // clang-format off
+        row("none", "", "9600,n,8,1", 10);
+        row("fifo", "fifo", "9600,n,8,1", 10, "cannot be read, the defaults stand for NAME: not a regular file");
+        row("group of the folder", "[dev]\npts\\NUMBER\\param=\"1200,e,8,2\"\n", "1200,e,8,2", 10);
+        row("group, unquoted", "[dev]\npts/NUMBER/param=1200,e,8,2\npts/NUMBER/timeout=500\n", "1200,e,8,2", 5);
+        row("whole name", "NAME/param=1200,e,8,2\nNAME/timeout=700\n", "1200,e,8,2", 7);
+        row("section", "[NAME]\nparam=\"1200,e,8,2\"\n", "1200,e,8,2", 10);
+        row("negative time", "[NAME]\ntimeout=-5\n", "9600,n,8,1", 10, "timeout of NAME is no time: -5");
+        row("time in words", "[dev]\npts\\NUMBER\\timeout=soon\n", "9600,n,8,1", 10, "timeout of NAME is no time: soon");
+        row("settings of no text", "[dev]\npts\\NUMBER\\param=\x01\x02\xff\n", "9600,n,8,1", 10, "settings of NAME are no text");
+        row("broken section", "[broken\n[dev]\npts\\NUMBER\\param=\"1200,e,8,2\"\n", "1200,e,8,2", 10, "has lines that are no settings");
+        row("before another section", "NAME/param=4800,n,8,1\n[other]\nparam=1\n", "4800,n,8,1", 10);
+        row("time too long", "[dev]\npts\\NUMBER\\timeout=99999999999\n", "9600,n,8,1", 255, "timeout of NAME is no time: 99999999999 .*25500 ms stand for it");
+        row("folder", "folder", "9600,n,8,1", 10, "cannot be read, the defaults stand for NAME");
+        // clang-format on
+    }
+
     void settingsFile()
     {
-        const struct
-        {
-            QByteArray ini; // NAME stands for the port
-            const char *param;
-            int tenths;
-            const char *warning;
-        } rows[] = {
-            // clang-format off
-            { "",                                                             "9600,n,8,1", 10, "" },
-            { "fifo",                                                         "9600,n,8,1", 10, "cannot be read, the defaults stand for NAME: not a regular file" },
-            { "[dev]\npts\\NUMBER\\param=\"1200,e,8,2\"\n",                    "1200,e,8,2", 10, "" },
-            { "[dev]\npts/NUMBER/param=1200,e,8,2\npts/NUMBER/timeout=500\n", "1200,e,8,2",  5, "" },
-            { "NAME/param=1200,e,8,2\nNAME/timeout=700\n",                    "1200,e,8,2",  7, "" },
-            { "[NAME]\nparam=\"1200,e,8,2\"\n",                               "1200,e,8,2", 10, "" },
-            { "[NAME]\ntimeout=-5\n",                                         "9600,n,8,1", 10, "timeout of NAME is no time: -5" },
-            { "[dev]\npts\\NUMBER\\timeout=soon\n",                           "9600,n,8,1", 10, "timeout of NAME is no time: soon" },
-            { "[dev]\npts\\NUMBER\\param=\x01\x02\xff\n",                     "9600,n,8,1", 10, "settings of NAME are no text" },
-            { "[broken\n[dev]\npts\\NUMBER\\param=\"1200,e,8,2\"\n",            "1200,e,8,2", 10, "has lines that are no settings" },
-            { "NAME/param=4800,n,8,1\n[other]\nparam=1\n",                    "4800,n,8,1", 10, "" },
-            { "[dev]\npts\\NUMBER\\timeout=99999999999\n",                   "9600,n,8,1", 255, "timeout of NAME is no time: 99999999999 .*25500 ms stand for it" },
-            { "folder",                                                       "9600,n,8,1", 10, "cannot be read, the defaults stand for NAME" },
-            // clang-format on
-        };
-        for (const auto &row : rows) {
-            m_guard.emplace();
-            PtyPair line;
-            const QByteArray name = line.name().toUtf8();
-            const QByteArray number = name.mid(name.lastIndexOf('/') + 1);
-            QFile::remove(iniName);
-            if (row.ini == "folder")
-                QVERIFY(QDir().mkdir(iniName));
-            else if (row.ini == "fifo")
-                QCOMPARE(mkfifo("serial.ini", 0600), 0);
-            else
-                QVERIFY(writeFile(
-                    iniName, QByteArray(row.ini).replace("NAME", name).replace("NUMBER", number)));
-            const QByteArray warning = QByteArray(row.warning).replace("NAME", name);
-            m_guard->expect(QLatin1String("^serial.ini: ") + QString::fromUtf8(warning));
-            PortManage manager;
-            const SerialPort *port = manager.getPortHandle(line.name());
-            QCOMPARE(port->getPortSettings(), QString::fromLatin1(row.param));
-            QCOMPARE(int(line.settings().c_cc[VTIME]), row.tenths);
-            manager.ReOpen(line.name());
-            QCOMPARE(m_guard->messages().filter(iniName).size(),
-                     warning.isEmpty() ? 0 : 1); // told once
-            QCOMPARE(m_guard->unexpected(), QStringList());
-        }
-        QVERIFY(QDir().rmdir(iniName) && writeFile(iniName, "[a]\ntimeout=x\n[b]\ntimeout=y\n"));
+        QFETCH(QByteArray, ini);
+        QFETCH(QByteArray, warning);
+        PtyPair line;
+        const QByteArray name = line.name().toUtf8();
+        const QByteArray number = name.mid(name.lastIndexOf('/') + 1);
+        if (ini == "folder")
+            QVERIFY(QDir().mkdir(iniName));
+        else if (ini == "fifo")
+            QCOMPARE(mkfifo("serial.ini", 0600), 0);
+        else
+            QVERIFY(writeFile(iniName, ini.replace("NAME", name).replace("NUMBER", number)));
+        warning.replace("NAME", name);
+        m_guard->expect(QLatin1String("^serial.ini: ") + QString::fromUtf8(warning));
+        PortManage manager;
+        const SerialPort *port = manager.getPortHandle(line.name());
+        QTEST(port->getPortSettings(), "param");
+        QTEST(int(line.settings().c_cc[VTIME]), "tenths");
+        manager.ReOpen(line.name());
+        QCOMPARE(m_guard->messages().filter(iniName).size(), warning.isEmpty() ? 0 : 1); // once
+    }
+
+    void warningForEachPort()
+    {
+        QVERIFY(writeFile(iniName, "[a]\ntimeout=x\n[b]\ntimeout=y\n"));
         m_guard->expect(QStringLiteral("no time: [xy] "));
         for (const char *port : { "a", "b", "a", "b" })
             QCOMPARE(readSerialIni(QString::fromLatin1(port)).timeout, 1000);
-        QCOMPARE(m_guard->messages().filter(QStringLiteral("no time: ")).size(), 2); // one a port
+        QCOMPARE(m_guard->messages().filter(QStringLiteral("no time: ")).size(), 2);
     }
 
     // Once a cause, however often the port is tried, and with all that helps to mend it.

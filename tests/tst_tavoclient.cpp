@@ -101,18 +101,11 @@ private slots:
         QVERIFY(m_client->getView());
     }
 
-    void linkEvents()
+    void linkComes()
     {
-        bool answers = true;
-        int stateAtLoss = -2;
         theDriver().onQuery([&](PortDescriptor &, int address, const FakeDriver::Callback &) {
-            return answers && address == 1 ? 7 : 0;
+            return address == 1 ? 7 : 0;
         });
-        connect(m_client.get(), &CollectThread::postDEvent, this,
-                [&](int type, const QVariantMap &) {
-                    if (type == 1041)
-                        stateAtLoss = m_client->communicationState;
-                });
         cycle();
         const QVector<Post> up = takePosts();
         QCOMPARE(up.size(), 3); // 1040, 2001, 2007
@@ -128,6 +121,21 @@ private slots:
             QDateTime::fromString(map.take("timeStr").toString(), "yyyy-MM-dd hh:mm:ss").isValid());
         QCOMPARE(map, expected);
         QCOMPARE(up[1].map, up[0].map);
+    }
+
+    void linkIsLost()
+    {
+        bool answers = true;
+        int stateAtLoss = -2;
+        theDriver().onQuery(
+            [&](PortDescriptor &, int, const FakeDriver::Callback &) { return int(answers); });
+        connect(m_client.get(), &CollectThread::postDEvent, this,
+                [&](int type, const QVariantMap &) {
+                    if (type == 1041)
+                        stateAtLoss = m_client->communicationState;
+                });
+        cycle();
+        takePosts();
         answers = false;
         cycle();
         cycle();
