@@ -73,6 +73,8 @@ private slots:
         row("settings of no text", "[dev]\npts\\NUMBER\\param=\x01\x02\xff\n", "9600,n,8,1", 10, "settings of NAME are no text");
         row("broken section", "[broken\n[dev]\npts\\NUMBER\\param=\"1200,e,8,2\"\n", "1200,e,8,2", 10, "has lines that are no settings");
         row("before another section", "NAME/param=4800,n,8,1\n[other]\nparam=1\n", "4800,n,8,1", 10);
+        row("no wait at all", "[NAME]\ntimeout=25600\n", "9600,n,8,1", 0, "timeout of NAME is no time: 25600 .* 0 ms stand for it");
+        row("time that wraps", "[NAME]\ntimeout=30000\n", "9600,n,8,1", 44, "timeout of NAME is no time: 30000 .* 4400 ms stand for it");
         row("time too long", "[dev]\npts\\NUMBER\\timeout=99999999999\n", "9600,n,8,1", 255, "timeout of NAME is no time: 99999999999 .*25500 ms stand for it");
         row("folder", "folder", "9600,n,8,1", 10, "cannot be read, the defaults stand for NAME");
         // clang-format on

@@ -25,7 +25,7 @@ bool openRecords(QFile &file, QIODevice::OpenMode mode)
     const int access = mode == QIODevice::ReadOnly ? O_RDONLY : makes ? O_WRONLY | O_CREAT : O_RDWR;
     const OpenedFile opened =
         openRegularFile(QFile::encodeName(file.fileName()).constData(), access);
-    if (opened.isOther)
+    if (opened.isOther && mode == QIODevice::ReadWrite) // the first way to open it
         qWarning() << "exportHistoryInfo" << file.fileName() << "is no regular file";
     return opened.descriptor >= 0
         && file.open(opened.descriptor, mode, QFileDevice::AutoCloseHandle);

