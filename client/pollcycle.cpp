@@ -34,14 +34,16 @@ void PollCycle::run()
         return;
     const DeviceSettings settings = m_host.settings();
     const QVariantMap map = eventHeader(settings, m_time.now());
-    const DriverAnswer answer = m_link.query();
+    DriverAnswer answer = m_link.query();
+    if (answer.delivery != DriverAnswer::Delivery::Asked)
+        answer.settings = settings;
     // A query that was broken off, or would have gone to another device than is configured now,
     // says nothing about the device.
     if (m_stop.requested() || answer.delivery == DriverAnswer::Delivery::Later)
         return;
-    follow(settings, answer.result != 0, map);
+    follow(answer.settings, answer.result != 0, map);
     m_commands.tellFailures(answer.result != 0);
-    report(settings);
+    report(answer.settings);
 }
 
 // Another program has the device: it gets neither queries nor commands, and is not lost.
@@ -49,13 +51,15 @@ bool PollCycle::isHeldOff()
 {
     const DeviceSettings settings = m_host.settings();
     const bool isHeld = LinePause::isOn(deviceLocation(settings));
-    if (isHeld && !m_isHeldOff) {
+    if (isHeld && !m_isHeldOff)
         m_link.dropSocket();
-        if (settings.communicationType == 0)
-            settings.ports->Close(settings.portName);
-    }
     m_isHeldOff = isHeld;
     return isHeld;
+}
+
+bool PollCycle::hasToTurn() const
+{
+    return LinePause::isOn(deviceLocation(m_host.settings())) != m_isHeldOff;
 }
 
 void PollCycle::follow(const DeviceSettings &settings, bool answered, QVariantMap map)

@@ -33,6 +33,10 @@ public:
     /** Tells the host of changed flags and of all data. */
     void report();
 
+    /** True when another program has begun, or ceased, to use the device since the last cycle. In
+     *  the polling thread. */
+    bool hasToTurn() const;
+
     /** Closes a connection; in any thread while nobody polls. */
     void dropConnection() { m_link.dropSocket(); }
 

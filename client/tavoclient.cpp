@@ -250,7 +250,8 @@ void tavoClient::pollIfDue()
     const qint64 now = QDateTime::currentSecsSinceEpoch();
     // A clock that was set back must not hold up the next cycle.
     const bool isEarly = now < nextPollTime && now >= m_lastPollTime;
-    if (m_stop.requested() || (isEarly && !m_cycle.commands().hasCommands()))
+    if (m_stop.requested()
+        || (isEarly && !m_cycle.commands().hasCommands() && !m_cycle.hasToTurn()))
         return;
     setShared(workState, 1);
     const AtEnd idle([this] { setShared(workState, 0); });
@@ -271,7 +272,11 @@ QString tavoClient::location()
 
 std::unique_ptr<DeviceHold> tavoClient::hold()
 {
-    return std::make_unique<LineHold>(location());
+    const DeviceSettings current = settings();
+    auto hold = std::make_unique<LineHold>(deviceLocation(current));
+    if (current.communicationType == 0)
+        current.ports->Close(current.portName); // sockets are closed by the threads that poll
+    return hold;
 }
 
 void tavoClient::post(int type, const QVariantMap &map)

@@ -17,7 +17,7 @@ public:
     LinePause(const LinePause &) = delete;
     LinePause &operator=(const LinePause &) = delete;
 
-    /** True once those that used the line when the pause began have left it. */
+    /** True once those that used the line when the pause began have left it, and closed it. */
     bool isQuiet() const;
 
     /** Tells whether a pause of the line is under way. */

@@ -11,6 +11,8 @@ ManagedPort::ManagedPort(const QString &name)
 {
 }
 
+ManagedPort::~ManagedPort() = default;
+
 void ManagedPort::note(Due due)
 {
     // Released to doDue(), which must find the file that was written before.
@@ -57,8 +59,19 @@ bool ManagedPort::tryDue()
 
 bool ManagedPort::open(OpenMode mode)
 {
-    const LineUse use(m_name);
-    return use ? SerialPort::open(mode) : failToOpen(std::errc::device_or_resource_busy);
+    auto use = std::make_unique<LineUse>(m_name);
+    if (!*use)
+        return failToOpen(std::errc::device_or_resource_busy);
+    const bool isGood = SerialPort::open(mode);
+    if (isGood)
+        m_use = std::move(use);
+    return isGood;
+}
+
+void ManagedPort::close()
+{
+    SerialPort::close();
+    m_use.reset();
 }
 
 void ManagedPort::openAsConfigured()

@@ -3,6 +3,9 @@
 #include "serial/serialport.h"
 
 #include <atomic>
+#include <memory>
+
+class LineUse;
 
 /**
  * A serial port of the port manager, with what is to be done to it as soon as it is free.
@@ -26,6 +29,7 @@ public:
 
     /** @param name  node, and key in "serial.ini" */
     explicit ManagedPort(const QString &name);
+    ~ManagedPort() override;
 
     void note(Due due);
     bool isDue() const { return m_due.load(std::memory_order_relaxed) != Due::Nothing; }
@@ -36,8 +40,9 @@ public:
      *  what is being sent, or for the end of a LinePause */
     bool tryDue();
 
-    /** Refused during a LinePause, whoever asks. */
+    /** Refused during a LinePause, whoever asks. An open port keeps a pause from being quiet. */
     bool open(OpenMode mode) override;
+    void close() override;
 
     /** Opens the port as "serial.ini" has it now. */
     void openAsConfigured();
@@ -47,5 +52,6 @@ public:
 
 private:
     const QString m_name;
+    std::unique_ptr<LineUse> m_use; // while it is open
     std::atomic<Due> m_due { Due::Nothing };
 };

@@ -123,7 +123,9 @@ SerialPort *PortManage::getPortHandle(const QString &name)
         return nullptr;
     if (port->lockWithin(patience())) {
         const PortLock lock(*port, std::adopt_lock);
-        port->makeReady();
+        // The host's thread does not wait for what is being sent: what is due stays due.
+        if (StopSource::isInScope() || !port->isSending())
+            port->makeReady();
     } else if (StopSource::currentRequested()) {
         return nullptr;
     }

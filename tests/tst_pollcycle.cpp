@@ -137,23 +137,25 @@ private slots:
         const PtyPair first;
         const PtyPair second;
         m_host->change([&](DeviceSettings &settings) { settings.portName = first.name(); });
-        SerialPort *port = PortManage::instance()->getLockedPort(first.name());
-        QVERIFY(port);
-        auto lock = std::make_unique<PortLock>(*port, std::adopt_lock);
         send({ 1007 });
-        std::thread poller([this] { m_cycle->run(); });
-        QTest::qWait(100); // for the line, most likely; whatever it is, the outcome is the same
-        m_host->change([&](DeviceSettings &settings) {
+        runBusy(first, [&](DeviceSettings &settings) {
             settings.portName = second.name();
             settings.unit = 7;
         });
-        lock.reset();
-        poller.join();
         QIODevice *const expected = PortManage::instance()->getPortHandle(second.name());
         QCOMPARE(m_sent.size(), 1);
         QCOMPARE(m_sent.first().unit, 7);
         QCOMPARE(m_sent.first().device, static_cast<void *>(expected));
         QCOMPARE(m_queried.device, static_cast<void *>(expected));
+    }
+
+    void reportNamesWhoWasAsked()
+    {
+        const PtyPair line;
+        m_host->change([&](DeviceSettings &settings) { settings.portName = line.name(); });
+        runBusy(line, [](DeviceSettings &settings) { settings.unit = 7; });
+        QCOMPARE(m_queried.unit, 7);
+        QVERIFY(m_host->published.contains({ "upsAddr", "7" }));
     }
 
     // A peer that is not connected yet gets neither the old one's commands nor its name.
@@ -256,6 +258,33 @@ private slots:
         QCOMPARE(m_queried.unit, 1);
     }
 
+    // Whoever has the peer during a pause must not find its one connection taken.
+    void heldPeer()
+    {
+        QTcpServer server;
+        QVERIFY(server.listen(QHostAddress::LocalHost));
+        m_host->change([&](DeviceSettings &settings) {
+            settings.communicationType = tcpCommunication;
+            settings.ipAddress = QStringLiteral("127.0.0.1");
+            settings.tcpPort = server.serverPort();
+        });
+        const QString peer = QStringLiteral("127.0.0.1:%1").arg(server.serverPort());
+        std::thread poller([this] { m_cycle->run(); });
+        QTest::qWait(500); // it pauses before it connects
+        auto pause = std::make_unique<LinePause>(peer);
+        QVERIFY(pause->isQuiet());
+        poller.join();
+        QVERIFY(!server.waitForNewConnection(0));
+        pause.reset();
+        m_cycle->run();
+        QVERIFY(server.waitForNewConnection(0));
+        QCOMPARE(m_queried.unit, 1);
+        pause = std::make_unique<LinePause>(peer);
+        QVERIFY(!pause->isQuiet() && m_cycle->hasToTurn());
+        m_cycle->run();
+        QVERIFY(pause->isQuiet() && !m_cycle->hasToTurn());
+    }
+
     // A pause that begins while the driver is at work stops the next call, and waits for this one.
     void heldOffWithinACycle()
     {
@@ -298,6 +327,20 @@ private:
         void *device = nullptr;
         QByteArray command {};
     };
+
+    // One cycle, whose settings change while it waits for the line, most likely; whatever it does
+    // then, the outcome is the same.
+    template <typename Change> void runBusy(const PtyPair &line, const Change &change)
+    {
+        SerialPort *port = PortManage::instance()->getLockedPort(line.name());
+        QVERIFY(port);
+        auto lock = std::make_unique<PortLock>(*port, std::adopt_lock);
+        std::thread poller([this] { m_cycle->run(); });
+        QTest::qWait(100);
+        m_host->change(change);
+        lock.reset();
+        poller.join();
+    }
 
     void send(const QVector<int> &commands)
     {

@@ -1,6 +1,7 @@
 // The serial port on a pseudo-terminal, whose driver tells what it was asked for.
 
 #include "guardedtest.h"
+#include "portmanage.h"
 #include "ptypair.h"
 #include "serial/serialport.h"
 
@@ -241,6 +242,28 @@ private slots:
         port.close();
         sending = 0;
         QCOMPARE(flushed, 0);
+        QVERIFY(port.CommOpen(line.name(), plain, 20));
+        unsent = 100; // of another program, which has the line now
+        port.close();
+        QCOMPARE(std::exchange(unsent, 0), 100);
+    }
+
+    // Neither a closing nor a request waits in the host's thread for what is being sent.
+    void sendingBesideTheHost()
+    {
+        PtyPair line;
+        PortManage manager;
+        SerialPort *port = manager.getPortHandle(line.name());
+        port->Lock();
+        port->writeData("c", 1);
+        port->UnLock();
+        unsent = 100;
+        Stopwatch clock;
+        manager.Close(line.name());
+        QVERIFY(manager.getPortHandle(line.name())->isOpen());
+        QVERIFY(clock.elapsed() < 500);
+        unsent = 0;
+        QTRY_VERIFY(!port->isOpen());
     }
 
     void readsWhatIsThere()

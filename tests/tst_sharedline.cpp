@@ -182,8 +182,10 @@ private slots:
             const PortLock lock(*port);
             return port->isOpen();
         };
-        manager.Close(line.name());
         auto pause = std::make_unique<LinePause>(line.name());
+        QVERIFY(!pause->isQuiet());
+        manager.Close(line.name());
+        QVERIFY(pause->isQuiet());
         QSignalSpy opened(port, &QIODevice::aboutToClose); // which each open one tells in the end
         act(manager, *port);
         QTest::qWait(150); // in which the manager would have tried

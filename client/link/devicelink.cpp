@@ -68,14 +68,19 @@ void DeviceLink::connectPeer(const DeviceSettings &settings)
     freePeer();
     if (StopSource::waitFor(-1, 0, pauseBeforeConnect) == StopSource::Wait::Stopped)
         return;
+    m_use = std::make_unique<LineUse>(peerText(settings));
+    if (!*m_use)
+        return; // another program has the device since
     m_peerAddress = settings.ipAddress;
     m_peerPort = settings.tcpPort;
     // Without a connection the query that follows fails, which is all there is to do about it.
-    if (!connectToPeer(*m_socket, m_peerAddress, quint16(m_peerPort), connectTimeout))
-        m_socket->abort();
-    else
+    if (connectToPeer(*m_socket, m_peerAddress, quint16(m_peerPort), connectTimeout)) {
         m_connection = affordable(fcntl(int(m_socket->socketDescriptor()), F_DUPFD_CLOEXEC, 0),
                                   DescriptorUse::Needed);
+    } else {
+        m_socket->abort();
+        m_use.reset();
+    }
 }
 
 DriverAnswer DeviceLink::query()
@@ -117,6 +122,7 @@ void DeviceLink::dropSocket()
 // event loop may be closing it just now.
 void DeviceLink::freePeer()
 {
+    m_use.reset();
     if (m_connection < 0)
         return;
     shutdown(m_connection, SHUT_RDWR);
@@ -143,7 +149,8 @@ DriverAnswer DeviceLink::callDevice(const Call &call)
         const DeviceSettings current = m_host.settings();
         if (current.communicationType == 0 && current.portName == settings.portName)
             return { DriverAnswer::Delivery::Asked,
-                     call({ static_cast<QIODevice *>(port), CommRead, CommWrite }, current.unit) };
+                     call({ static_cast<QIODevice *>(port), CommRead, CommWrite }, current.unit),
+                     current };
     }
 }
 
@@ -158,7 +165,7 @@ DriverAnswer DeviceLink::callOnSocket(const DeviceSettings &settings, const Call
     // A peer that closed waits for our end too.
     if (m_socket && m_socket->state() == QAbstractSocket::UnconnectedState)
         freePeer();
-    return { DriverAnswer::Delivery::Asked, result };
+    return { DriverAnswer::Delivery::Asked, result, settings };
 }
 
 bool DeviceLink::isPeer(const DeviceSettings &settings) const

@@ -5,8 +5,10 @@
 #include "link/driverbinding.h"
 
 #include <functional>
+#include <memory>
 
 class CycleHost;
+class LineUse;
 class QTcpSocket;
 
 /** What came of a call of the driver. */
@@ -19,7 +21,8 @@ struct DriverAnswer
     };
 
     Delivery delivery = Delivery::NotAsked;
-    int result = 0; ///< the driver's own; 0 when it was not asked
+    int result = 0;             ///< the driver's own; 0 when it was not asked
+    DeviceSettings settings {}; ///< that named the device when it was asked
 };
 
 /**
@@ -71,6 +74,7 @@ private:
     DataCallback m_callback;
     void *m_context;
     QTcpSocket *m_socket = nullptr;
+    std::unique_ptr<LineUse> m_use; // of the peer, while m_socket is connected to it
     int m_connection = -1; // second descriptor of m_socket's connection, owned; -1 without one
     QString m_peerAddress; // that m_socket was last connected to
     int m_peerPort = 0;

@@ -57,6 +57,8 @@ bool DriverBinding::load()
         if (!m_control)
             qDebug() << "not had Control";
         return true;
+    } catch (abi::__forced_unwind &) {
+        throw;
     } catch (...) {
         qDebug() << "load lib fail";
         // The library object stays: a second try would be given the library as it was left, half

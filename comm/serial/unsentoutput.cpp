@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <sys/ioctl.h>
 #include <termios.h>
+#include <utility>
 
 namespace {
 
@@ -28,6 +29,7 @@ int bytesLeft(int descriptor)
 
 void UnsentOutput::noteWritten(int bytes, qint64 baud)
 {
+    m_isWritten = true;
     const auto now = steady_clock::now();
     const auto sentBy = std::max(m_sentBy, now + longestPause) + timeFor(bytes, baud);
     m_sentBy = std::min(sentBy, now + longestSending);
@@ -38,8 +40,11 @@ bool UnsentOutput::isGoingOut(int descriptor) const
     return steady_clock::now() < m_sentBy && bytesLeft(descriptor) > 0;
 }
 
-void UnsentOutput::finish(int descriptor) const
+void UnsentOutput::finish(int descriptor)
 {
+    // The queue is the terminal's: without bytes of ours in it, what it has is another program's.
+    if (std::exchange(m_isWritten, false) == false)
+        return;
     while (isGoingOut(descriptor)
            && StopSource::waitFor(-1, 0, drainSlice) == StopSource::Wait::TimedOut) { }
     drop(descriptor);

@@ -21,8 +21,9 @@ public:
     /** True while the driver may still send; not when the line takes nothing. */
     bool isGoingOut(int descriptor) const;
 
-    /** Waits for that, as long as the thread's StopSource does not ask, then drops the rest. */
-    void finish(int descriptor) const;
+    /** Waits for that, as long as the thread's StopSource does not ask, then drops the rest. Does
+     *  nothing when nothing was written since the last time. */
+    void finish(int descriptor);
 
     /** Drops what a driver holds back. */
     static void drop(int descriptor);
@@ -31,4 +32,5 @@ public:
 
 private:
     std::chrono::steady_clock::time_point m_sentBy; // by then all is sent, if it can be
+    bool m_isWritten = false;
 };

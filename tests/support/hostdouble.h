@@ -22,7 +22,7 @@ public:
             onPost(type, map);
     }
     void reopenPort() override { }
-    void publish(LatestValues &, const DeviceEntries &) override { }
+    void publish(LatestValues &, const DeviceEntries &entries) override { published = entries; }
     void eventBegan(int event, const EventOnset &onset) override { onsets.insert(event, onset); }
     void eventEnded(int event) override { onsets.remove(event); }
     void linkChanged(int) override { }
@@ -38,6 +38,7 @@ public:
     std::function<void(int, const QVariantMap &)> onPost;
     QMap<int, EventOnset> onsets;
     QVector<CommandAnswer> answers;
+    DeviceEntries published;
     int state = -1;
     int failCount = 0;
     QMap<int, int> reportedStates;
