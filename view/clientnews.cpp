@@ -2,6 +2,12 @@
 
 #include <QMutexLocker>
 
+#include <utility>
+
+namespace {
+constexpr int mostWaiting = 1000;
+}
+
 ClientNews::ClientNews()
 {
     qRegisterMetaType<HistoryOutcome>();
@@ -43,18 +49,24 @@ LinkNews ClientNews::link() const
 
 void ClientNews::tell(const CommandAnswer &answer)
 {
-    {
-        const QMutexLocker lock(&m_mutex);
-        m_answers.append(answer);
-    }
-    QMetaObject::invokeMethod(this, &ClientNews::deliver); // queued from another thread
+    keep(m_answers, answer);
 }
 
 void ClientNews::tell(const HistoryOutcome &outcome)
 {
+    keep(m_outcomes, outcome);
+}
+
+// The thread of a host without an event loop never takes what waits for it.
+template <typename News> void ClientNews::keep(QVector<News> &waiting, const News &news)
+{
     {
         const QMutexLocker lock(&m_mutex);
-        m_outcomes.append(outcome);
+        waiting.append(news);
+        if (waiting.size() > mostWaiting)
+            waiting.removeFirst();
+        if (std::exchange(m_isCalled, true))
+            return;
     }
     QMetaObject::invokeMethod(this, &ClientNews::deliver); // queued from another thread
 }
@@ -65,6 +77,7 @@ void ClientNews::deliver()
     QVector<HistoryOutcome> outcomes;
     {
         const QMutexLocker lock(&m_mutex);
+        m_isCalled = false;
         answers.swap(m_answers);
         outcomes.swap(m_outcomes);
     }

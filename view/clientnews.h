@@ -63,6 +63,7 @@ signals:
     void historyExported(const HistoryOutcome &outcome);
 
 private:
+    template <typename News> void keep(QVector<News> &waiting, const News &news);
     void deliver();
 
     mutable QMutex m_mutex;
@@ -71,4 +72,5 @@ private:
     // What is to be told. Here, as the texts in it are not to be shared by two threads.
     QVector<CommandAnswer> m_answers;   // guarded by m_mutex
     QVector<HistoryOutcome> m_outcomes; // guarded by m_mutex
+    bool m_isCalled = false;            // deliver() is on its way; guarded by m_mutex
 };
