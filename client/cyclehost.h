@@ -37,8 +37,9 @@ public:
     virtual void eventBegan(int event, const EventOnset &onset) = 0;
     virtual void eventEnded(int event) = 0;
 
-    /** The link was lost, or is up: a LinkState. For those who show since when. */
-    virtual void linkChanged(int state) = 0;
+    /** The link was lost, or is up: a LinkState.
+     *  @param time  of the query that showed it, as the event has it: who shows both shows one */
+    virtual void linkChanged(int state, const QDateTime &time) = 0;
 
     /** A command was carried out, or was not. */
     virtual void commandAnswered(const CommandAnswer &answer) = 0;

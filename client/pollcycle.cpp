@@ -83,7 +83,7 @@ void PollCycle::postLinkChange(const LinkStep &step, const QVariantMap &map)
     if (step.lost)
         m_host.post(LinkLostEvent, map);
     setShared(m_record.state, step.state);
-    m_host.linkChanged(step.state);
+    m_host.linkChanged(step.state, TimeText::read(map.value(Key::time()).toString()));
     if (step.restored)
         m_host.post(LinkRestoredEvent, map);
     m_host.post(StatusChangedEvent, map);

@@ -303,9 +303,9 @@ void tavoClient::eventEnded(int event)
     m_news.eventEnded(event);
 }
 
-void tavoClient::linkChanged(int state)
+void tavoClient::linkChanged(int state, const QDateTime &time)
 {
-    m_news.setLink({ state, QDateTime::currentDateTime() });
+    m_news.setLink({ state, time });
 }
 
 void tavoClient::commandAnswered(const CommandAnswer &answer)

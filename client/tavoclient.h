@@ -117,7 +117,7 @@ private:
     void publish(LatestValues &values, const DeviceEntries &entries) override;
     void eventBegan(int event, const EventOnset &onset) override;
     void eventEnded(int event) override;
-    void linkChanged(int state) override;
+    void linkChanged(int state, const QDateTime &time) override;
     void commandAnswered(const CommandAnswer &answer) override;
     void historyExported(const HistoryOutcome &outcome) override;
 

@@ -223,6 +223,25 @@ private slots:
         QCOMPARE(m_host->onsets.keys(), QList<int>({ 6 }));
     }
 
+    // A query may take long to fail: the view's "since" is the time in the host's log.
+    void lossHasOneTime()
+    {
+        theDriver().onQuery([](auto &&...) {
+            const qint64 begun = QDateTime::currentSecsSinceEpoch();
+            return int(
+                !QTest::qWaitFor([begun] { return QDateTime::currentSecsSinceEpoch() > begun; }));
+        });
+        m_host->change([](DeviceSettings &settings) { settings.retries = 1; });
+        QString told;
+        m_host->onPost = [&told](int type, const QVariantMap &map) {
+            if (type == 1041)
+                told = map.value("timeStr").toString();
+        };
+        m_cycle->run();
+        QVERIFY(!told.isEmpty());
+        QCOMPARE(m_host->linkTime.toString("yyyy-MM-dd hh:mm:ss"), told);
+    }
+
     // While another program has the device nobody asks it anything, and it is not lost.
     void heldOff_data()
     {

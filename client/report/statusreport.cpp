@@ -2,11 +2,11 @@
 
 #include "hostvocabulary.h"
 
-#include <QDateTime>
-
 using namespace HostContract;
 
 namespace {
+
+constexpr char timeFormat[] = "yyyy-MM-dd hh:mm:ss";
 
 // All bytes, zero bytes included.
 QByteArray modelText(const KnownIds &ids, const DataReport &data)
@@ -32,10 +32,14 @@ QString TimeText::now()
     const qint64 second = QDateTime::currentSecsSinceEpoch();
     if (second != m_second) {
         m_second = second;
-        m_text =
-            QDateTime::fromSecsSinceEpoch(second).toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"));
+        m_text = QDateTime::fromSecsSinceEpoch(second).toString(QString::fromLatin1(timeFormat));
     }
     return m_text;
+}
+
+QDateTime TimeText::read(const QString &text)
+{
+    return QDateTime::fromString(text, QString::fromLatin1(timeFormat));
 }
 
 QVariantMap eventHeader(const DeviceSettings &settings, const QString &time)

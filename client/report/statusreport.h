@@ -4,6 +4,7 @@
 #include "devicesettings.h"
 #include "family.h"
 
+#include <QDateTime>
 #include <QPair>
 #include <QVariant>
 #include <QVector>
@@ -17,6 +18,9 @@ class TimeText
 {
 public:
     QString now();
+
+    /** The time that such a text stands for. */
+    static QDateTime read(const QString &text);
 
 private:
     qint64 m_second = -1; // s since the epoch that m_text stands for

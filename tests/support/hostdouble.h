@@ -25,7 +25,7 @@ public:
     void publish(LatestValues &, const DeviceEntries &entries) override { published = entries; }
     void eventBegan(int event, const EventOnset &onset) override { onsets.insert(event, onset); }
     void eventEnded(int event) override { onsets.remove(event); }
-    void linkChanged(int) override { }
+    void linkChanged(int, const QDateTime &time) override { linkTime = time; }
     void commandAnswered(const CommandAnswer &answer) override { answers.append(answer); }
     void historyExported(const HistoryOutcome &) override { }
 
@@ -37,6 +37,7 @@ public:
 
     std::function<void(int, const QVariantMap &)> onPost;
     QMap<int, EventOnset> onsets;
+    QDateTime linkTime;
     QVector<CommandAnswer> answers;
     DeviceEntries published;
     int state = -1;
