@@ -330,6 +330,7 @@ void tavoClient::reportData()
 
 int tavoClient::control(int id, QString value)
 {
+    commandAnswered({ id, value, CommandAnswer::Kind::Taken }); // ahead of what becomes of it
     m_cycle.commands().append({ id, value });
     return 1;
 }

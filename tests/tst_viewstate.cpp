@@ -155,7 +155,6 @@ private slots:
         const auto at = [](int id, float value) { return DataReport { { id, value } }; };
         const int accepted = int(Kind::Accepted);
         row("no answer yet", "1016", -1, { at(output, 1) }, "Transfer to bypass: waiting");
-        row("accepted", "1010", accepted, { {} }, "Turn off: accepted by the device");
         row("not proved", "1016", accepted, { at(output, 2) },
             "Transfer to bypass: accepted by the device");
         row("proved", "1016", accepted, { at(output, 2), at(output, 1) },
@@ -164,10 +163,6 @@ private slots:
             "Shutdown to bypass: accepted by the device");
         row("proved in all", "1015", accepted, { { { output, 1 }, { 4243, 0 } } },
             "Shutdown to bypass: confirmed by the device's values");
-        row("refused", "1016", int(Kind::Refused), { at(output, 1) },
-            "Transfer to bypass: refused by the device");
-        row("lost", "1016", int(Kind::NoAnswer), {},
-            "Transfer to bypass: no answer: it may have been carried out, or not");
         row("not sent", "1016", int(Kind::NotSent), {},
             "Transfer to bypass: not sent: no communication");
         row("no name", "1011", int(Kind::Refused), {}, "Command 1011: refused by the device");
@@ -206,6 +201,7 @@ private slots:
             m_view->control(post.toInt(), {});
         }
         if (answer >= 0) {
+            emit news.commandAnswered({ known.command, known.value, Kind::Taken });
             emit news.commandAnswered({ 1001, {}, Kind::NotSent }); // somebody else's
             emit news.commandAnswered(known);
         }
@@ -223,6 +219,12 @@ private slots:
         ClientNews news;
         m_view->follow(news);
         const auto told = [this] { return lines("ControlTable")->answer(); };
+        // As the client does, which the host hands it to at once.
+        const QMetaObject::Connection client = connect(
+            m_view.get(), &CollectView::postDEvent, &news, [&news](int, const Event &event) {
+                news.tell({ event["controlId"].toInt(), {}, Kind::Taken });
+                QCoreApplication::processEvents();
+            });
         m_view->control(1016, {});
         m_view->control(1010, {});
         emit news.commandAnswered({ 1016, {}, Kind::Accepted });
@@ -238,6 +240,15 @@ private slots:
         m_view->control(1045, {}); // no file was chosen
         m_view->control(1018, {}); // tells of itself
         QVERIFY2(told().endsWith("refused by the device"), qPrintable(told()));
+        // A host that asks first: what it drops, or is slow to hand on, is not waited for.
+        disconnect(client);
+        m_view->control(1007, {});
+        m_view->control(1007, {});
+        QTRY_VERIFY2(told().endsWith("this program has not passed it on"), qPrintable(told()));
+        emit news.commandAnswered({ 1007, {}, Kind::Taken });
+        QVERIFY2(told().endsWith("waiting"), qPrintable(told()));
+        emit news.commandAnswered({ 1007, {}, Kind::Accepted });
+        QVERIFY2(told().endsWith("accepted by the device"), qPrintable(told()));
     }
 
     void buttonsSayWhatTheyDo()

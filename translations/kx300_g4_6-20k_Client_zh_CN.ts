@@ -477,6 +477,10 @@
         <source>not sent: no communication</source>
         <translation>未发送：无通信</translation>
     </message>
+    <message>
+        <source>not sent: this program has not passed it on</source>
+        <translation>未发送：本程序尚未转交</translation>
+    </message>
 </context>
 <context>
     <name>Service</name>

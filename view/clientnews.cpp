@@ -49,16 +49,19 @@ LinkNews ClientNews::link() const
 
 void ClientNews::tell(const CommandAnswer &answer)
 {
-    keep(m_answers, answer);
+    // A host may hand a request on while the view still posts it, and has not looked at it itself.
+    const bool isEarly = answer.kind == CommandAnswer::Kind::Taken;
+    keep(m_answers, answer, isEarly ? Qt::QueuedConnection : Qt::AutoConnection);
 }
 
 void ClientNews::tell(const HistoryOutcome &outcome)
 {
-    keep(m_outcomes, outcome);
+    keep(m_outcomes, outcome, Qt::AutoConnection);
 }
 
 // The thread of a host without an event loop never takes what waits for it.
-template <typename News> void ClientNews::keep(QVector<News> &waiting, const News &news)
+template <typename News>
+void ClientNews::keep(QVector<News> &waiting, const News &news, Qt::ConnectionType connection)
 {
     {
         const QMutexLocker lock(&m_mutex);
@@ -68,7 +71,7 @@ template <typename News> void ClientNews::keep(QVector<News> &waiting, const New
         if (std::exchange(m_isCalled, true))
             return;
     }
-    QMetaObject::invokeMethod(this, &ClientNews::deliver); // queued from another thread
+    QMetaObject::invokeMethod(this, &ClientNews::deliver, connection);
 }
 
 void ClientNews::deliver()

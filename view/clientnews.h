@@ -63,7 +63,8 @@ signals:
     void historyExported(const HistoryOutcome &outcome);
 
 private:
-    template <typename News> void keep(QVector<News> &waiting, const News &news);
+    template <typename News>
+    void keep(QVector<News> &waiting, const News &news, Qt::ConnectionType connection);
     void deliver();
 
     mutable QMutex m_mutex;

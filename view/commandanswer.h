@@ -7,6 +7,7 @@
 struct CommandAnswer
 {
     enum class Kind {
+        Taken,    ///< the client has it, and sends it when its turn comes
         Accepted, ///< the driver says that the device did it
         Refused,  ///< it did not, and answers otherwise
         NoAnswer, ///< it did not answer: the command may have come through, or not

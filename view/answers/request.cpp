@@ -72,6 +72,7 @@ struct StateText
 // In the order of Request::State.
 constexpr StateText states[] = {
     { Tone::Plain, QT_TRANSLATE_NOOP("Request", "waiting") },
+    { Tone::Alarm, QT_TRANSLATE_NOOP("Request", "not sent: this program has not passed it on") },
     { Tone::Good, QT_TRANSLATE_NOOP("Request", "accepted by the device") },
     { Tone::Good, QT_TRANSLATE_NOOP("Request", "confirmed by the device's values") },
     { Tone::Attention, QT_TRANSLATE_NOOP("Request", "accepted, but the device reports %1") },
@@ -114,10 +115,19 @@ std::optional<Request> requestOf(const Family &family, const QVariantMap &event,
     return request;
 }
 
+bool isAnsweredBy(const Request &request, const CommandAnswer &answer)
+{
+    const bool isOpen = request.state == State::Waiting || request.state == State::NotTaken;
+    const bool isTaking = answer.kind == CommandAnswer::Kind::Taken;
+    return isOpen && request.command == answer.command && request.value == answer.value
+        && request.isTaken != isTaking;
+}
+
 void takeAnswer(Request &request, CommandAnswer::Kind kind)
 {
-    constexpr State answers[] = { State::Accepted, State::Refused, State::NoAnswer,
+    constexpr State answers[] = { State::Waiting, State::Accepted, State::Refused, State::NoAnswer,
                                   State::NotSent }; // in the order of Kind
+    request.isTaken = true;
     request.state = answers[int(kind)];
     request.proofTime = QDeadlineTimer(proofTime);
 }

@@ -16,6 +16,7 @@ struct Request
 {
     enum class State {
         Waiting,
+        NotTaken,  ///< the client has not been given it; it may be yet
         Accepted,  ///< says the driver; nothing in the reports proves it, or not yet
         Confirmed, ///< the device's values show it
         Different, ///< they show a setting at another value than was asked for
@@ -30,6 +31,7 @@ struct Request
     QString what; ///< for the user, with the value of a setting
     QDateTime time;
     State state = State::Waiting;
+    bool isTaken = false; ///< the client has it
     /// A setting is proved by its read-back; not owned.
     const ParameterInformation *setting = nullptr;
     QString expected;         ///< the read-back as it is displayed
@@ -46,7 +48,11 @@ std::optional<Request> requestOf(const Family &family, const QVariantMap &event,
                                  const QList<ParameterInformation *> &settings,
                                  const QDateTime &now);
 
-/** Takes the device's answer over. */
+/** True when the answer may be to this request; of those that are alike the client has the newest,
+ *  for a host may have dropped the others, and is answered the oldest that it has. */
+bool isAnsweredBy(const Request &request, const CommandAnswer &answer);
+
+/** Takes the answer over, the client's or the device's. */
 void takeAnswer(Request &request, CommandAnswer::Kind kind);
 
 /** Looks in a report for the proof. @return true when that changed the request */

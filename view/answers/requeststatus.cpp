@@ -1,10 +1,13 @@
 #include "answers/requeststatus.h"
 
-#include <algorithm>
+#include <QTimer>
 
 namespace {
 
+using namespace std::chrono_literals;
+
 constexpr int mostRequests = 32;
+constexpr auto takingTime = 3s;
 
 } // namespace
 
@@ -25,19 +28,33 @@ void RequestStatus::follow(const QVariantMap &event)
     m_requests.last().number = ++m_count;
     m_shown = m_requests.constLast();
     say(statusText(m_shown), statusTone(m_shown));
+    QTimer::singleShot(takingTime, this, [this, number = m_count] { miss(number); });
+}
+
+// A host may ask its user something first, and hands the request on later, or never.
+void RequestStatus::miss(int number)
+{
+    for (Request &request : m_requests) {
+        if (request.number != number || request.isTaken)
+            continue;
+        request.state = Request::State::NotTaken;
+        if (number == m_shown.number)
+            show(request);
+    }
 }
 
 void RequestStatus::answer(const CommandAnswer &answer)
 {
-    const auto request =
-        std::find_if(m_requests.begin(), m_requests.end(), [&answer](const Request &r) {
-            return r.state == Request::State::Waiting && r.command == answer.command
-                && r.value == answer.value;
-        });
-    if (request == m_requests.end())
-        return; // somebody else's
-    takeAnswer(*request, answer.kind);
-    show(*request);
+    Request *answered = nullptr; // somebody else's, if it stays so
+    for (Request &request : m_requests) {
+        const bool isFirst = !answered || answer.kind == CommandAnswer::Kind::Taken;
+        if (isFirst && isAnsweredBy(request, answer))
+            answered = &request;
+    }
+    if (!answered)
+        return;
+    takeAnswer(*answered, answer.kind);
+    show(*answered);
 }
 
 void RequestStatus::takeReport(const DataReport &report)

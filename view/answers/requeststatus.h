@@ -43,6 +43,7 @@ signals:
     void changed(const QString &text, Tone tone);
 
 private:
+    void miss(int number);
     void show(const Request &request);
     void say(const QString &text, Tone tone);
 
