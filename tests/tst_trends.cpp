@@ -153,6 +153,25 @@ private slots:
                          {});
         QApplication::sendEvent(&panel, &move);
         QVERIFY(panel.grab().toImage() != apart); // the value under the cursor
+        QEvent leave(QEvent::Leave);
+        QApplication::sendEvent(&panel, &leave);
+        QVERIFY(panel.grab().toImage() == apart);
+        // Without a mouse: the newest step at once, from there to the begin and back.
+        panel.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&panel));
+        panel.setSpan(TrendSpan::TenMinutes);
+        panel.setFocus(Qt::TabFocusReason);
+        QVERIFY(panel.accessibleDescription().contains(QString::fromUtf8("Load 50.0\u201390.0 %")));
+        const auto after = [&panel](Qt::Key key) {
+            QTest::keyClick(&panel, key);
+            return panel.accessibleDescription().section(", ", 1, 1);
+        };
+        QCOMPARE(after(Qt::Key_Left), QString("Load 50.0 %"));
+        QCOMPARE(after(Qt::Key_Home), QString::fromUtf8("Load \u2013"));
+        QCOMPARE(after(Qt::Key_End), QString::fromUtf8("Load 50.0\u201390.0 %"));
+        QCOMPARE(after(Qt::Key_Right), QString::fromUtf8("Load 50.0\u201390.0 %"));
+        buttons.at(0)->setFocus();
+        QVERIFY(panel.accessibleDescription().isEmpty());
     }
 
 private:

@@ -7,7 +7,6 @@
 #include <QBoxLayout>
 #include <QButtonGroup>
 #include <QEvent>
-#include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
 #include <QToolButton>
@@ -20,23 +19,19 @@ constexpr int margin = 12;
 constexpr int radius = 6;
 constexpr int pauseMs = 1000; // at least, between two looks at the store
 constexpr int markSize = 8;
+constexpr int swatchWidth = 24; // the hatching is seen in it
+constexpr int swatchHeight = 11;
 constexpr int axisPointSize = 8;
 constexpr QColor batteryGround(0xFB, 0xE9, 0xC8);
 constexpr QColor unknownGround(0xCF, 0xD2, 0xE4);
 constexpr QColor outsideGround(0xB3, 0x26, 0x1E, 28);
 constexpr QColor curve(0x29, 0x47, 0xC6);
-constexpr char none[] = "\u2013";
 
 const char *const buttonStyle =
     "QToolButton { color: #1B2140; background: #FFFFFF; border: 1px solid #C9CCE3;"
     " border-radius: 4px; padding: 2px 8px; }"
     "QToolButton:checked { background: #DDDFF5; border-color: #2947C6; }"
     "QToolButton:focus { border: 2px solid #2947C6; padding: 1px 7px; }";
-
-QString number(double value)
-{
-    return QString::number(value, 'f', 1);
-}
 
 void fillGround(QPainter &painter, const QRectF &area, TrendGround ground)
 {
@@ -55,6 +50,7 @@ TrendPanel::TrendPanel(const TrendStore &store, QWidget *parent)
 {
     setAccessibleName(tr("Trends"));
     setMouseTracking(true);
+    setFocusPolicy(Qt::TabFocus);
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Expanding);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
@@ -170,53 +166,16 @@ void TrendPanel::changeEvent(QEvent *event)
         rebuild();
 }
 
-void TrendPanel::pointAt(int step)
-{
-    if (step == m_cursor)
-        return;
-    m_cursor = step;
-    update();
-}
-
-void TrendPanel::mouseMoveEvent(QMouseEvent *event)
-{
-    pointAt(stepAt(m_scene, event->localPos()));
-}
-
-void TrendPanel::leaveEvent(QEvent *)
-{
-    pointAt(-1);
-}
-
-QString TrendPanel::timeText(int step, const char *format) const
-{
-    const qint64 age = (TrendBuffer::stepCount - 1 - step) * m_store.buffer(m_span).stepMs();
-    return m_newest.addMSecs(-age).toString(QString::fromLatin1(format));
-}
-
-QString TrendPanel::valueText(int trend) const
-{
-    TrendRange range;
-    if (m_cursor >= 0)
-        range = m_store.buffer(m_span).range(trend, m_cursor);
-    else if (m_store.latest())
-        range = m_store.latest()->ranges[static_cast<std::size_t>(trend)];
-    if (!range.isKnown())
-        return QString::fromUtf8(none);
-    const QString unit = QLatin1Char(' ') + QString::fromUtf8(m_store.family().trends[trend].unit);
-    const QString least = number(double(range.least));
-    const QString most = number(double(range.most));
-    return (least == most ? least : least + QString::fromUtf8(none) + most) + unit;
-}
-
 void TrendPanel::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setLayoutDirection(Qt::LeftToRight);
     QPainterPath card;
-    card.addRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
-    painter.setPen(ViewColors::hairline);
+    const QPen outline = hasFocus() ? QPen(curve, 2) : QPen(ViewColors::hairline, 1);
+    const double inset = outline.widthF() / 2;
+    card.addRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), radius, radius);
+    painter.setPen(outline);
     painter.setBrush(ViewColors::card);
     painter.drawPath(card);
     drawNote(painter);
@@ -252,7 +211,7 @@ void TrendPanel::drawNote(QPainter &painter) const
 void TrendPanel::drawLegend(QPainter &painter) const
 {
     const QString texts[] = { tr("on battery"), tr("no data"), tr("beyond a limit") };
-    QRectF swatch(margin, noteArea().center().y() - markSize / 2.0, 2 * markSize, markSize);
+    QRectF swatch(margin, noteArea().center().y() - swatchHeight / 2.0, swatchWidth, swatchHeight);
     painter.setPen(ViewColors::secondaryText);
     for (int i = 0; i < 3; ++i) {
         if (i == 2)

@@ -11,7 +11,7 @@ class QPainter;
 
 /**
  * The courses of a device's values: small plots over a common time axis, and the values under the
- * cursor.
+ * cursor, which the mouse moves, or the keys Left, Right, Home and End.
  *
  * It looks at the store only while it is seen, and at most once a second: hidden it costs nothing,
  * and no timer runs.
@@ -44,6 +44,9 @@ protected:
     void hideEvent(QHideEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void leaveEvent(QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
 
 private:
     QLayout *createHead();
@@ -51,6 +54,7 @@ private:
     QRectF noteArea() const;
     void rebuild();
     void pointAt(int step);
+    QString cursorText() const;
     QString timeText(int step, const char *format) const;
     QString valueText(int trend) const;
     void drawNote(QPainter &painter) const;
