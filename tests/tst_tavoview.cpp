@@ -4,13 +4,9 @@
 #include "style/noteline.h"
 #include "viewtest.h"
 
-#include <QDateTimeEdit>
-#include <QFileDialog>
 #include <QGridLayout>
 #include <QHeaderView>
 #include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QStackedWidget>
 #include <QTableWidget>
 #include <QToolButton>
@@ -82,6 +78,11 @@ private slots:
         report[3045] = 1.0f; // the battery type: four ranges
         m_view->flushData(report);
         QCOMPARE(changes.size(), 5);
+        for (const float unknown : { 5.0f, -1.0f }) {
+            report[3045] = unknown;
+            m_view->flushData(report);
+            QCOMPARE(cell("basicTable", "Cell float voltage:", 2), QString("3.3-4.15"));
+        }
     }
 
     void otherTabsCatchUp()
@@ -225,6 +226,19 @@ private slots:
                 && isReadable(record->horizontalHeader()->viewport()));
         tabs()->setCurrentIndex(tavoView::RealDataTab);
         QVERIFY(isReadable(child<QLabel>("PanalBodyKeyValue")));
+        // What stands on a tab's own ground, which is lighter than the window's.
+        tabs()->setCurrentIndex(tavoView::ControlTab);
+        m_view->flushUpsInfo("state", 1);
+        m_view->flushUpsInfo("state", 0);
+        QCoreApplication::processEvents();
+        auto *button = child<QPushButton>("power_off");
+        const QImage page = m_view->grab().toImage();
+        const QPoint corner = button->mapTo(m_view.get(), QPoint(0, 16));
+        const QColor ground = page.pixelColor(corner - QPoint(2, 0));
+        const QColor outline = page.pixelColor(corner);
+        QVERIFY2(contrast(outline, ground) > 4, qPrintable(outline.name() + ground.name()));
+        const QColor ink = toneColor(Tone::Alarm, pageGround(m_view->palette()));
+        QVERIFY2(contrast(ink, ground) >= 4.5, qPrintable(ink.name() + ground.name()));
         QApplication::setPalette(before);
     }
 };

@@ -80,6 +80,7 @@ public:
     void setUpgradeDevice(UpgradeDevice *device);
 
 protected:
+    void changeEvent(QEvent *event) override;
     void hideEvent(QHideEvent *event) override;
     void showEvent(QShowEvent *event) override;
 
@@ -98,6 +99,7 @@ private:
     void applyUserLevel();
     void connectRequests();
     void takeNews();
+    void spreadPalette();
     void showStale();
     void showReason();
     void showState();

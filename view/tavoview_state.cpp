@@ -17,6 +17,10 @@
 #include "pages/settingstabs.h"
 #include "trends/trendclock.h"
 
+#include <QCoreApplication>
+#include <QEvent>
+#include <QTimer>
+
 using namespace HostContract;
 
 namespace {
@@ -100,6 +104,23 @@ void tavoView::showState()
         m_banner->say(bannerText(
             m_family,
             { m_link.isLost(), m_link.sinceText(QDate::currentDate()), m_hasReport, dataReport }));
+}
+
+void tavoView::changeEvent(QEvent *event)
+{
+    CollectView::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        QTimer::singleShot(0, this, &tavoView::spreadPalette);
+}
+
+// Widgets are told of a new palette in any order, and below a style sheet once: who was told before
+// its parent keeps the old one.
+void tavoView::spreadPalette()
+{
+    for (QWidget *widget : findChildren<QWidget *>()) {
+        QEvent again(QEvent::ApplicationPaletteChange);
+        QCoreApplication::sendEvent(widget, &again);
+    }
 }
 
 void tavoView::showEvent(QShowEvent *event)

@@ -1,9 +1,13 @@
 #include "pages/controlbuttons.h"
 
 #include "lookup.h"
+#include "style/tone.h"
 
+#include <QApplication>
+#include <QEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QTimer>
 
 #include <algorithm>
 #include <cstring>
@@ -14,13 +18,49 @@ constexpr int lastButtonColumn = 4; // column 0 holds the titles
 constexpr int buttonHeight = 32;
 constexpr int buttonAir = 20; // as far as the page is wide
 
+// %1: the red of an alarm on the ground at hand
 const char *const outlineStyle =
-    "QPushButton { border: 2px solid #B3261E; border-radius: 4px; padding: 4px 2px;"
+    "QPushButton { border: 2px solid %1; border-radius: 4px; padding: 4px 2px;"
     " background: transparent; color: palette(window-text); }"
     "QPushButton:hover, QPushButton:focus { background: rgba(179, 38, 30, 40); }"
     "QPushButton:focus { border-style: dashed; }"
     "QPushButton:pressed { background: rgba(179, 38, 30, 90); }"
     "QPushButton:disabled { border: 1px solid gray; color: gray; }";
+
+/** Keeps the outline of a button in sight on light and dark desktops. */
+class RiskOutline : public QObject
+{
+public:
+    explicit RiskOutline(QPushButton *button)
+        : QObject(button)
+        , m_button(*button)
+    {
+        button->installEventFilter(this);
+        draw();
+    }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        const bool isNewGround =
+            event->type() == QEvent::Show || event->type() == QEvent::ApplicationPaletteChange;
+        if (isNewGround)
+            QTimer::singleShot(0, this, [this] { draw(); }); // the page's own may come later
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    void draw()
+    {
+        const QWidget *page = m_button.parentWidget(); // whose palette no style sheet has changed
+        const QColor ground = pageGround(page ? page->palette() : QApplication::palette());
+        const QString style =
+            QString::fromLatin1(outlineStyle).arg(toneColor(Tone::Alarm, ground).name());
+        if (style != m_button.styleSheet())
+            m_button.setStyleSheet(style);
+    }
+
+    QPushButton &m_button;
+};
 
 QPushButton *createButton(const ControlButtonRow &row, QObject *receiver, const char *clicked)
 {
@@ -31,7 +71,7 @@ QPushButton *createButton(const ControlButtonRow &row, QObject *receiver, const 
     button->setToolTip(translated("tavoView", row.consequence));
     button->setAccessibleDescription(button->toolTip());
     if (row.risk != ControlRisk::None)
-        button->setStyleSheet(QString::fromLatin1(outlineStyle));
+        new RiskOutline(button);
     QObject::connect(button, SIGNAL(clicked()), receiver, clicked);
     return button;
 }

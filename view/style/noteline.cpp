@@ -36,7 +36,7 @@ void NoteLine::paintEvent(QPaintEvent *)
     QPainter painter(this);
     const bool isPlain = m_tone == Tone::Plain;
     painter.setPen(isPlain ? palette().color(QPalette::WindowText)
-                           : toneColor(m_tone, palette().color(QPalette::Window)));
+                           : toneColor(m_tone, pageGround(palette())));
     const QString whole = isPlain ? m_text : toneMark(m_tone) + QLatin1Char(' ') + m_text;
     painter.drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter,
                      fontMetrics().elidedText(whole, Qt::ElideMiddle, width()));

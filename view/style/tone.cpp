@@ -34,6 +34,11 @@ double luminance(const QColor &color)
         + 0.0722 * linear(color.blueF());
 }
 
+bool isDark(const QColor &ground)
+{
+    return luminance(ground) < 0.18;
+}
+
 QColor mixed(const QColor &a, const QColor &b, double part)
 {
     return QColor::fromRgbF(a.redF() + (b.redF() - a.redF()) * part,
@@ -57,11 +62,19 @@ double contrast(const QColor &a, const QColor &b)
 QColor toneColor(Tone tone, const QColor &ground)
 {
     const QColor own = tones[int(tone)].color;
-    const QColor end = luminance(ground) < 0.18 ? Qt::white : Qt::black;
+    const QColor end = isDark(ground) ? Qt::white : Qt::black;
     QColor color = own;
     for (double part = 0; part <= 1 && contrast(color, ground) < readable; part += 0.05)
         color = mixed(own, end, part);
     return color;
+}
+
+QColor pageGround(const QPalette &palette)
+{
+    constexpr int lighterPage = 126; // in percent, of a button's colour
+    const QColor window = palette.color(QPalette::Window);
+    const QColor page = palette.color(QPalette::Button).lighter(lighterPage);
+    return isDark(window) && luminance(page) > luminance(window) ? page : window;
 }
 
 QColor toneGround(Tone tone, const QColor &ground)

@@ -15,5 +15,8 @@ QColor toneColor(Tone tone, const QColor &ground);
 /** The ratio of two colours' luminances, 1 to 21. */
 double contrast(const QColor &a, const QColor &b);
 
+/** The ground of what stands on a tab: in a dark palette styles make it lighter than the window. */
+QColor pageGround(const QPalette &palette);
+
 /** `ground` with 8 % of the tone's colour. */
 QColor toneGround(Tone tone, const QColor &ground);
