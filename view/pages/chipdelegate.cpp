@@ -5,13 +5,14 @@
 
 namespace {
 
-constexpr int sideAir = 10;
-constexpr int edgeAir = 3;
-constexpr int radius = 4;
+constexpr int sideAir = 6;
+constexpr int edgeAir = 1; // above and below the text
+constexpr int radius = 3;
 
 } // namespace
 
-const QColor ChipDelegate::ground(0x0B, 0x0D, 0x1A);
+// No lighter one lets red be read at 4.5:1; the hue is that of the view's text.
+const QColor ChipDelegate::ground(0x11, 0x14, 0x2B);
 
 void ChipDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
                          const QModelIndex &index) const
@@ -25,10 +26,10 @@ void ChipDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
     const QWidget *widget = option.widget;
     const QStyle *style = widget ? widget->style() : QApplication::style();
     style->drawControl(QStyle::CE_ItemViewItem, &cell, painter, widget);
-    cell.font.setBold(true);
-    const int width = QFontMetrics(cell.font).horizontalAdvance(text) + 2 * sideAir;
-    QRect chip = cell.rect.adjusted(0, edgeAir, 0, -edgeAir);
-    chip.setWidth(qMin(width, chip.width()));
+    const QFontMetrics metrics(cell.font);
+    const QSize wanted(metrics.horizontalAdvance(text) + 2 * sideAir,
+                       metrics.height() + 2 * edgeAir);
+    QRect chip(QPoint(), wanted.boundedTo(cell.rect.size()));
     chip.moveCenter(cell.rect.center());
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);

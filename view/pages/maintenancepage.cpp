@@ -30,6 +30,7 @@ MaintenancePage::MaintenancePage(Rows<CommandRow> commands, QObject *receiver, c
         auto *note = new NoteText(nullptr, this);
         note->setFont(QFont(QStringLiteral("Microsoft YaHei"), 10)); // before it is measured
         note->setWidest(textWidth);
+        note->setMaximumWidth(textWidth); // wide pages break it where it was measured
         note->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
         note->say(tr("%1: %2").arg(translated("tavoView", command.button.text),
                                    translated("tavoView", command.button.consequence)));
