@@ -17,8 +17,7 @@ constexpr FlagRow flagRows[] = { // numbers that are in no row are warnings
     {  0, 12, Severity::Critical },    // bus, inverter, heat, short circuit, overload, shutdown
     { 16, 17, Severity::Critical },    // inverter relay, bus short
     { 22, 31, Severity::Critical },    // rectifier, inverter, PFC, fan, EPO, power supply
-    { 50, 50, Severity::Critical },    // battery reversed
-    { 52, 52, Severity::Critical },    // battery disconnected
+    { 50, 52, Severity::Critical },    // battery reversed, overload, battery disconnected
     { 56, 56, Severity::Critical },    // charger fault
     { 59, 59, Severity::Critical },    // battery voltage low
     { 65, 65, Severity::Critical },    // bypass fault
