@@ -99,68 +99,60 @@ private slots:
                 dark.append(block.title);
         }
         QCOMPARE(dark.join(' '), blocks);
+        m_line->flushData({ { 4217, 2.0f } }); // only 1 says that it flows
+        QCOMPARE(painted(shot(), lines.first()), 0);
+        m_line->flushData(::ones(ones));
         m_line->set_all_off_Flow();
         QCOMPARE(painted(shot(), lines.value(segments.value(0))), 0);
     }
 
-    void flowsRunStraight()
+    // The rest is walked through; here is what no device says.
+    void valuesThatAreNone()
     {
-        for (const FlowRow &flow : deviceFamily().diagram.flows) {
-            for (int i = 1; i < flow.pointCount; ++i)
-                QVERIFY((flow.points[i].x == flow.points[i - 1].x)
-                        != (flow.points[i].y == flow.points[i - 1].y));
-        }
-    }
-
-    void onlyOneFlows()
-    {
-        m_line->flushData({ { 4217, 2.0f } });
-        QCOMPARE(painted(shot(), { -220, 0, -135, 0 }), 0);
-    }
-
-    void values()
-    {
-        const DataReport report { { 4132, 3.0f },   { 4133, 229.96f }, { 4134, 231.0f },
-                                  { 4135, 230.0f }, { 4241, 12.0f },   { 4190, -1.0f } };
-        const auto panels = energyState(deviceFamily(), report).panels;
+        const auto panels =
+            energyState(deviceFamily(), { { 4241, 12.0f }, { 4190, -1.0f } }).panels;
         const auto text = [&panels](DiagramPanel panel, int line) {
             return panels.at(int(panel)).at(line).value;
         };
-        QCOMPARE(text(DiagramPanel::Input, 0), QString("230.0/231.0/230.0 V"));
         QCOMPARE(text(DiagramPanel::Device, 4), QString("-")); // no such state
         QCOMPARE(text(DiagramPanel::Bypass, 3), QString("-"));
         QCOMPARE(text(DiagramPanel::Load, 0), QString("-")); // missing
+        // An unknown charge does not look like an empty battery.
+        const QRect battery(centre + QPoint(-25, 80), QSize(50, 75));
+        const QImage unknown = shot().copy(battery);
+        m_line->flushData({ { 4117, 0.0f } });
+        QVERIFY(shot().copy(battery) != unknown);
     }
 
     // Where each block stands, relative to the centre; its edges count, the next point does not.
-    void hits_data()
-    {
-        QTest::addColumn<QRect>("block");
-        QTest::addColumn<QList<int>>("viewFlags");
-        QTest::newRow("input") << QRect(-300, -37, 76, 75) << QList<int> { 0, -1 };
-        QTest::newRow("bypass") << QRect(-300, -187, 76, 75) << QList<int> { 1, -1 };
-        QTest::newRow("load") << QRect(225, -37, 76, 75) << QList<int> { 3, -1 };
-        QTest::newRow("battery") << QRect(-25, 80, 51, 76) << QList<int> { 4, -1 };
-        QTest::newRow("rectifier") << QRect(-130, -37, 76, 75) << QList<int> { 5, 2 };
-        QTest::newRow("inverter") << QRect(55, -37, 76, 75) << QList<int> { 5, 2 };
-    }
-
     void hits()
     {
-        QFETCH(QRect, block);
-        QFETCH(QList<int>, viewFlags);
+        const struct
+        {
+            QRect block;
+            QList<int> viewFlags;
+        } rows[] = {
+            { { -300, -37, 76, 75 }, { 0, -1 } },  // input
+            { { -300, -187, 76, 75 }, { 1, -1 } }, // bypass
+            { { 225, -37, 76, 75 }, { 3, -1 } },   // load
+            { { -25, 80, 51, 76 }, { 4, -1 } },    // battery
+            { { -130, -37, 76, 75 }, { 5, 2 } },   // rectifier
+            { { 55, -37, 76, 75 }, { 5, 2 } },     // inverter
+        };
         const auto flagsAt = [](const QPoint &point) {
             // The centre is rounded down.
             const DiagramBlockRow *row = blockAt(deviceFamily().diagram.blocks, centre + point,
                                                  energyCentre(QSize(901, 461)));
             return row ? QList<int> { row->viewFlags[0], row->viewFlags[1] } : QList<int>();
         };
-        QCOMPARE(flagsAt(block.topLeft()), viewFlags);
-        QCOMPARE(flagsAt(block.bottomRight()), viewFlags);
-        QCOMPARE(flagsAt(block.topLeft() - QPoint(1, 0)), QList<int>());
-        QCOMPARE(flagsAt(block.topLeft() - QPoint(0, 1)), QList<int>());
-        QCOMPARE(flagsAt(block.bottomRight() + QPoint(1, 0)), QList<int>());
-        QCOMPARE(flagsAt(block.bottomRight() + QPoint(0, 1)), QList<int>());
+        for (const auto &[block, viewFlags] : rows) {
+            QCOMPARE(flagsAt(block.topLeft()), viewFlags);
+            QCOMPARE(flagsAt(block.bottomRight()), viewFlags);
+            for (const QPoint &beside : { QPoint(1, 0), QPoint(0, 1) }) {
+                QCOMPARE(flagsAt(block.topLeft() - beside), QList<int>());
+                QCOMPARE(flagsAt(block.bottomRight() + beside), QList<int>());
+            }
+        }
     }
 
     void clickTogglesThePanel()

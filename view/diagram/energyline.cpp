@@ -273,6 +273,10 @@ void Energyline::drawBattery(QPainter &painter) const
     painter.setBrush(liveTextColor);
     painter.drawRoundedRect(area.adjusted(half, 7 + half, -half, -half), 4, 4);
     painter.fillRect(m_scene.batteryLevel, color);
+    if (!m_state.capacity) { // which is not an empty one
+        painter.setPen(ViewColors::secondaryText);
+        painter.drawText(area, Qt::AlignCenter, QStringLiteral("\u2013"));
+    }
     if (!m_isStale && isFlowing(m_state.flows, m_family.diagram.chargingFlow)) {
         painter.setPen(QPen(ViewColors::text, 1.5));
         painter.drawPolygon(boltShape().translated(area.center() + QPointF(0, 3)));

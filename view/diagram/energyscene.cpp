@@ -131,7 +131,8 @@ EnergyScene energyScene(const DiagramTables &tables, const EnergyState &state,
         else
             scene.blocks.push_back(block);
     }
-    scene.batteryLevel = levelRect(scene.battery.rect, static_cast<double>(state.capacity));
+    scene.batteryLevel =
+        levelRect(scene.battery.rect, static_cast<double>(state.capacity.value_or(0)));
     for (int i = 0; i < tables.flows.size(); ++i) {
         const FlowRow &row = tables.flows[i];
         if (!isFlowing(state.flows, i))

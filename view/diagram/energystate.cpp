@@ -3,6 +3,7 @@
 #include "lookup.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -53,7 +54,8 @@ EnergyState energyState(const Family &family, const DataReport &report)
     EnergyState state;
     state.flows = energyFlows(family.diagram.flows, report);
     const float percent = numberAt(report, family.ids.capacity);
-    state.capacity = percent > 0 ? std::min(percent / 100.0f, 1.0f) : 0.0f; // NaN reads as 0
+    if (report.contains(family.ids.capacity) && !std::isnan(percent))
+        state.capacity = std::clamp(percent / 100.0f, 0.0f, 1.0f);
     for (const DiagramLineRow &row : family.diagram.lines)
         state.panels[static_cast<std::size_t>(row.panel)].push_back(
             { translated(context, row.label), valueText(row, report) });

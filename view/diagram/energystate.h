@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <array>
+#include <optional>
 #include <vector>
 
 /** Which of the flows carry energy, by their places. */
@@ -34,7 +35,7 @@ struct EnergyState
 {
     EnergyFlows flows;
     std::array<std::vector<EnergyLine>, diagramPanelCount> panels;
-    float capacity = 0; ///< remaining battery capacity, 0 to 1; 0 when unknown
+    std::optional<float> capacity; ///< remaining battery capacity, 0 to 1; nothing when unknown
 
     bool operator==(const EnergyState &other) const
     {
