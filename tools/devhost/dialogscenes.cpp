@@ -12,6 +12,7 @@
 namespace {
 
 constexpr int settleMs = 700;
+constexpr int busyMs = 20; // before the next cycle has the command
 constexpr int downloadMs = 8000;
 constexpr int editedRow = 1; // a value with a range
 
@@ -67,7 +68,7 @@ DialogScenes::DialogScenes(QWidget &view, const QString &historyFile, QObject *p
         { reject, settleMs, "" },
         { [this] { click("download_history_log"); }, settleMs, "" },
         { accept, settleMs, "chooser" },
-        { [this] { chooseFile(); }, settleMs, "download-busy" },
+        { [this] { chooseFile(); }, busyMs, "download-busy" },
         { [] {}, downloadMs, "download-done" },
     };
 }
