@@ -1,34 +1,11 @@
 #include "displaytext.h"
 #include "familychecks.h"
 #include "pages/eventrecord.h"
-#include "tavo_6_20k_view.h"
 
 #include <QLocale>
-#include <QSet>
 #include <QtTest>
 
 #include <limits>
-
-using Records = QList<ParameterInformation *>;
-
-namespace {
-
-QList<Records> allLists(const tavo_6_20k_View &data)
-{
-    return { data.getDeviceData(),    data.getBatteryData(),   data.getRecInvData(),
-             data.getInputData(),     data.getOutputData(),    data.getBypassData(),
-             data.getBasicConfig(),   data.getBatteryConfig(), data.getAdjustConfig(),
-             data.getSpecialConfig(), data.getDevInfoConfig() };
-}
-
-const ParameterInformation *find(const Records &records, int id)
-{
-    const auto it = std::find_if(records.begin(), records.end(),
-                                 [id](const ParameterInformation *r) { return r->dataId == id; });
-    return it == records.end() ? nullptr : *it;
-}
-
-} // namespace
 
 class tst_ViewData : public QObject
 {
@@ -36,32 +13,6 @@ class tst_ViewData : public QObject
 
 private slots:
     void initTestCase() { QLocale::setDefault(QLocale(QLocale::German)); }
-
-    void recordsFollowTheRules()
-    {
-        const tavo_6_20k_View data;
-        QList<int> lengths;
-        for (const Records &list : allLists(data)) {
-            lengths.append(list.size());
-            QSet<int> ids;
-            for (const ParameterInformation *record : list) {
-                const QByteArray where = record->name.toUtf8();
-                QVERIFY2(record->name.endsWith(':') && record->value == "-", where);
-                QVERIFY2(!ids.contains(record->dataId) && record->dataId >= 3000, where);
-                ids.insert(record->dataId);
-                QVERIFY2((QSet<int> { 0, 1, 4, 5, 6, 9, 11 }).contains(record->type), where);
-                QVERIFY2((record->length > 0) == (record->type == TextValue), where);
-                QVERIFY2(record->combo.isEmpty() == (record->type != OptionValue), where);
-                QVERIFY2(!record->hasRange() || (record->min < record->max && record->scale > 0),
-                         where);
-            }
-        }
-        QCOMPARE(lengths, (QList<int> { 10, 6, 5, 4, 9, 5, 34, 14, 19, 0, 6 }));
-        const QList<QString> alarms = data.getAlarmList();
-        QCOMPARE(alarms.size(), 96);
-        QCOMPARE(alarms.at(62) + ' ', alarms.at(14)); // the blank is part of the text
-        QCOMPARE(alarms.at(95), QString("Frequent overload"));
-    }
 
     void valueTexts_data()
     {
@@ -107,28 +58,6 @@ private slots:
             report.insert(100 + i, values.at(i));
         const QString text = displayText(record, report);
         QTEST(text, "expected");
-    }
-
-    void rangesByBatteryType_data()
-    {
-        QTest::addColumn<QList<float>>("types"); // one after the other
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("VRLA") << QList<float> { 0 } << "2.1-2.35";
-        QTest::newRow("lithium") << QList<float> { 1 } << "3.3-4.15";
-        QTest::newRow("unknown changes nothing") << QList<float> { 1, 5, -1 } << "3.3-4.15";
-    }
-
-    void rangesByBatteryType()
-    {
-        QFETCH(QList<float>, types);
-        const tavo_6_20k_View data;
-        const Records records = data.getBasicConfig();
-        for (const float type : types)
-            applyBatteryType(deviceFamily(), data, { { 3045, type } });
-        const QString range = rangeText(*find(records, 3007));
-        QTEST(range, "expected");
-        QCOMPARE(rangeText(*find(records, 3013)), QString("1-3000"));
-        QCOMPARE(rangeText({}), QString("-"));
     }
 
     void unsoundTables()

@@ -7,7 +7,6 @@
 #include "guardedtest.h"
 #include "modalanswer.h"
 #include "pages/valuepanel.h"
-#include "style/viewcolors.h"
 #include "tavoview.h"
 #include "trends/trendpanel.h"
 
@@ -89,45 +88,29 @@ private slots:
         GuardedTest::cleanup();
     }
 
-    void pages_data()
-    {
-        QTest::addColumn<int>("tab");
-        QTest::newRow("overview") << int(tavoView::OverviewTab);
-        QTest::newRow("alarms") << int(tavoView::AlarmTab);
-        QTest::newRow("real-time values") << int(tavoView::RealDataTab);
-        QTest::newRow("control") << int(tavoView::ControlTab);
-        QTest::newRow("maintenance") << int(tavoView::MaintenanceTab);
-    }
-
     void pages()
     {
-        QFETCH(int, tab);
-        m_view->findChild<QTabWidget *>()->setCurrentIndex(tab);
-        QCOMPARE(misplaced(*m_view), QStringList());
-        QCOMPARE(inOtherFonts(*m_view), QStringList());
-    }
-
-    void dialog_data()
-    {
-        QTest::addColumn<int>("page");
-        QTest::newRow("value") << 0;
-        QTest::newRow("option") << 1;
-        QTest::newRow("busy") << 2;
+        for (int tab = tavoView::OverviewTab; tab <= tavoView::MaintenanceTab; ++tab) {
+            m_view->findChild<QTabWidget *>()->setCurrentIndex(tab);
+            QCOMPARE(misplaced(*m_view), QStringList());
+            QCOMPARE(inOtherFonts(*m_view), QStringList());
+        }
     }
 
     void dialog()
     {
-        QFETCH(int, page);
         ParameterInformation record;
         record.name = "Number:";
         record.max = 10;
         Dialog &dialog = *m_view->findChild<Dialog *>();
         dialog.initial(&record);
         dialog.show();
-        dialog.switchPage(page);
-        QCoreApplication::processEvents();
-        QCOMPARE(misplaced(dialog), QStringList());
-        QCOMPARE(inOtherFonts(dialog), QStringList());
+        for (const int page : { 0, 1, 2 }) { // value, option, busy
+            dialog.switchPage(page);
+            QCoreApplication::processEvents();
+            QCOMPARE(misplaced(dialog), QStringList());
+            QCOMPARE(inOtherFonts(dialog), QStringList());
+        }
     }
 
     void messageBox()
@@ -147,25 +130,16 @@ private slots:
         QVERIFY(answer.hasAnswered());
     }
 
-    void cardsStandInRows()
-    {
-        m_view->findChild<QTabWidget *>()->setCurrentIndex(tavoView::RealDataTab);
-        const auto cards = m_view->findChildren<ValuePanel *>();
-        QCOMPARE(cards.size(), 6);
-        for (int i = 0; i < 6; ++i) {
-            QCOMPARE(cards[i]->y(), cards[i / 3 * 3]->y());
-            QCOMPARE(cards[i]->x(), cards[i % 3]->x());
-            QVERIFY(qAbs(cards[i]->width() - cards[0]->width()) <= 1);
-        }
-        QCOMPARE(cards[1]->x() - cards[0]->geometry().right(),
-                 cards[3]->y() - std::max(cards[0]->geometry().bottom(), 0));
-    }
-
     // A device's own text gives way; a wide page is not filled with empty cards.
     void cardsKeepTheirWidth()
     {
         m_view->findChild<QTabWidget *>()->setCurrentIndex(tavoView::RealDataTab);
-        auto *card = m_view->findChild<ValuePanel *>();
+        const auto cards = m_view->findChildren<ValuePanel *>();
+        for (int i = 0; i < cards.size(); ++i) { // three in a row
+            QCOMPARE(cards[i]->pos(), QPoint(cards[i % 3]->x(), cards[i / 3 * 3]->y()));
+            QVERIFY(qAbs(cards[i]->width() - cards[0]->width()) <= 1);
+        }
+        auto *card = cards.first();
         const int before = card->width();
         DataReport report;
         for (int i = 0; i < 16; ++i)
@@ -196,19 +170,6 @@ private slots:
         diagram->resize(400, 300);
         QCoreApplication::processEvents();
         QCOMPARE(diagram->size(), QSize(400, 300));
-    }
-
-    void cardIsPainted()
-    {
-        m_view->findChild<QTabWidget *>()->setCurrentIndex(tavoView::RealDataTab);
-        auto *card = m_view->findChild<ValuePanel *>();
-        const QImage image = card->grab().toImage();
-        const int middle = card->width() / 2;
-        QCOMPARE(image.pixelColor(middle, 3), QColor(ViewColors::band));
-        QCOMPARE(image.pixelColor(middle, card->height() - 3), QColor(ViewColors::card));
-        QCOMPARE(image.pixelColor(middle, card->height() - 1), QColor(ViewColors::hairline));
-        for (const QLabel *value : card->valueLabels())
-            QCOMPARE(value->geometry().right(), card->valueLabels().first()->geometry().right());
     }
 
     void buttonsAreInLine()
