@@ -236,7 +236,8 @@ private slots:
         const QPoint corner = button->mapTo(m_view.get(), QPoint(0, 16));
         const QColor ground = page.pixelColor(corner - QPoint(2, 0));
         const QColor outline = page.pixelColor(corner);
-        QVERIFY2(contrast(outline, ground) > 4, qPrintable(outline.name() + ground.name()));
+        QVERIFY2(contrast(outline, ground) >= visibleContrast,
+                 qPrintable(outline.name() + ground.name()));
         const QColor ink = toneColor(Tone::Alarm, pageGround(m_view->palette()));
         QVERIFY2(contrast(ink, ground) >= 4.5, qPrintable(ink.name() + ground.name()));
         QApplication::setPalette(before);

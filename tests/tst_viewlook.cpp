@@ -4,18 +4,15 @@
 #include "diagram/energyline.h"
 #include "dialogs/dialog.h"
 #include "dialogs/msgbox.h"
-#include "guardedtest.h"
 #include "modalanswer.h"
 #include "pages/valuepanel.h"
-#include "tavoview.h"
 #include "trends/trendpanel.h"
+#include "viewtest.h"
 
 #include <QComboBox>
 #include <QHeaderView>
-#include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
-#include <QTableWidget>
+#include <QStackedWidget>
 #include <QWindow>
 
 namespace {
@@ -50,6 +47,17 @@ QStringList misplaced(const QWidget &top)
     return found;
 }
 
+// By how much red outweighs blue in the columns from `left` on, at most.
+int reddest(const QImage &image, int left, int count)
+{
+    int most = 0;
+    for (int i = 0; i < count * image.height(); ++i) {
+        const QRgb pixel = image.pixel(left + i % count, i / count);
+        most = std::max(most, qRed(pixel) - qBlue(pixel));
+    }
+    return most;
+}
+
 QStringList inOtherFonts(const QWidget &top)
 {
     QStringList found;
@@ -63,19 +71,16 @@ QStringList inOtherFonts(const QWidget &top)
 
 } // namespace
 
-class tst_ViewLook : public GuardedTest
+class tst_ViewLook : public ViewTest
 {
     Q_OBJECT
 
 private slots:
     void init()
     {
-        GuardedTest::init();
         // A host's style sheet, which takes the inheriting of fonts away.
         qApp->setStyleSheet("QWidget { color: black; }");
-        m_view = std::make_unique<tavoView>();
-        m_view->refreshLayout();
-        m_view->setUserInfo("admin", 1);
+        ViewTest::init();
         m_view->flushData({ { 3013, 7.0f } });
         m_view->resize(1000, 640);
         m_view->show();
@@ -83,15 +88,14 @@ private slots:
 
     void cleanup()
     {
-        m_view.reset();
+        ViewTest::cleanup();
         qApp->setStyleSheet({});
-        GuardedTest::cleanup();
     }
 
     void pages()
     {
         for (int tab = tavoView::OverviewTab; tab <= tavoView::MaintenanceTab; ++tab) {
-            m_view->findChild<QTabWidget *>()->setCurrentIndex(tab);
+            tabs()->setCurrentIndex(tab);
             QCOMPARE(misplaced(*m_view), QStringList());
             QCOMPARE(inOtherFonts(*m_view), QStringList());
         }
@@ -133,7 +137,7 @@ private slots:
     // A device's own text gives way; a wide page is not filled with empty cards.
     void cardsKeepTheirWidth()
     {
-        m_view->findChild<QTabWidget *>()->setCurrentIndex(tavoView::RealDataTab);
+        tabs()->setCurrentIndex(tavoView::RealDataTab);
         const auto cards = m_view->findChildren<ValuePanel *>();
         for (int i = 0; i < cards.size(); ++i) { // three in a row
             QCOMPARE(cards[i]->pos(), QPoint(cards[i % 3]->x(), cards[i / 3 * 3]->y()));
@@ -150,12 +154,27 @@ private slots:
         QCOMPARE(card->width(), before);
         m_view->resize(1900, 1000);
         QTRY_COMPARE(card->width(), 420 * card->logicalDpiX() / 96);
+    }
+
+    // As with twice the points an inch; the width of the column of ranges is bound.
+    void largeFontsCutNothing()
+    {
         QFont large = m_view->font();
-        large.setPointSize(20); // as with twice the points an inch
-        auto *record = m_view->findChild<QTableWidget *>("RecordTable");
+        large.setPointSize(20);
+        auto *record = child<QTableWidget>("RecordTable");
         record->setFont(large);
         QVERIFY(record->columnWidth(0)
                 > QFontMetrics(large).horizontalAdvance("since before 0000-00-00 00:00:00"));
+        tabs()->setCurrentIndex(tavoView::ControlTab);
+        auto *settings = child<QTableWidget>("batteryTable");
+        child<QStackedWidget>("configStack")->findChild<QTabWidget *>()->setCurrentIndex(1);
+        settings->setFont(large);
+        QTableWidgetItem *range = settings->item(8, 2);
+        QCOMPARE(range->text(), QString("720-30000"));
+        settings->scrollToItem(range);
+        const QImage image = settings->viewport()->grab(settings->visualItemRect(range)).toImage();
+        QVERIFY(reddest(image, image.width() / 2 - 40, 80) > 150); // it is written
+        QVERIFY(reddest(image, 0, 3) < 40 && reddest(image, image.width() - 3, 3) < 40);
     }
 
     // The least size is the page's: a host that sizes the diagram gets that size.
@@ -172,22 +191,18 @@ private slots:
         QCOMPARE(diagram->size(), QSize(400, 300));
     }
 
-    void buttonsAreInLine()
+    // What moves the load is at the end of its row.
+    void riskyButtonsStandApart()
     {
-        m_view->findChild<QTabWidget *>()->setCurrentIndex(tavoView::ControlTab);
-        QMap<QString, QRect> places;
-        for (const auto *button :
-             m_view->findChild<QWidget *>("ControlTable")->findChildren<QPushButton *>())
-            places[button->objectName()] = button->geometry();
-        for (const QRect &place : places) {
-            QCOMPARE(place.width(), places["power_on"].width());
-            QVERIFY(place.height() >= 32);
-        }
-        QCOMPARE(places["buzzer_on"].x(), places["battery_maintenance"].x());
-        // What moves the load is at the end of its row.
-        QCOMPARE(places["power_off"].x(), places["turn_bypass"].x());
-        QVERIFY(places["off_turn_bypass"].x() > places["power_on"].right());
-        QVERIFY(places["power_off"].x() > places["off_turn_bypass"].right());
+        tabs()->setCurrentIndex(tavoView::ControlTab);
+        const auto place = [this](const char *name) {
+            return child<QPushButton>(name)->geometry();
+        };
+        QCOMPARE(place("power_off").left(), place("turn_bypass").left());
+        QCOMPARE(place("power_off").width(), place("power_on").width());
+        QVERIFY(place("off_turn_bypass").left()
+                > place("power_on").right() + place("power_on").width());
+        QVERIFY(place("power_off").left() > place("off_turn_bypass").right());
     }
 
     void tablesAreToLookAt()
@@ -210,9 +225,6 @@ private slots:
             }
         }
     }
-
-private:
-    std::unique_ptr<tavoView> m_view;
 };
 
 QTEST_MAIN(tst_ViewLook)

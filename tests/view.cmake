@@ -4,7 +4,7 @@ tavo_add_test(energyline LIBRARIES tavo_view kx300_family)
 tavo_add_test(trends LIBRARIES tavo_view kx300_family)
 tavo_add_test(tavoview LIBRARIES tavo_view kx300_family SOURCES support/viewtest.h)
 tavo_add_test(viewcontrol LIBRARIES tavo_view kx300_family SOURCES support/viewtest.h)
-tavo_add_test(viewlook LIBRARIES tavo_view kx300_family)
+tavo_add_test(viewlook LIBRARIES tavo_view kx300_family SOURCES support/viewtest.h)
 tavo_add_test(viewstate LIBRARIES tavo_view kx300_family SOURCES support/viewtest.h)
 tavo_add_test(upgrade LIBRARIES tavo_view kx300_family tavo_upgrade tavo_service_test_support)
 

@@ -8,6 +8,17 @@ namespace {
 constexpr int sideAir = 6;
 constexpr int edgeAir = 1; // above and below the text
 constexpr int radius = 3;
+constexpr int leastStretch = 50; // in percent; still readable
+
+// The column's width is bound; a large font's value is to be read in whole.
+QFont fitted(QFont font, const QString &text, int width)
+{
+    font.setBold(true);
+    const int wanted = QFontMetrics(font).horizontalAdvance(text);
+    if (wanted > width)
+        font.setStretch(qMax(leastStretch, QFont::Unstretched * width / wanted));
+    return font;
+}
 
 } // namespace
 
@@ -26,6 +37,7 @@ void ChipDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
     const QWidget *widget = option.widget;
     const QStyle *style = widget ? widget->style() : QApplication::style();
     style->drawControl(QStyle::CE_ItemViewItem, &cell, painter, widget);
+    cell.font = fitted(cell.font, text, cell.rect.width() - 2 * sideAir);
     const QFontMetrics metrics(cell.font);
     const QSize wanted(metrics.horizontalAdvance(text) + 2 * sideAir,
                        metrics.height() + 2 * edgeAir);

@@ -53,8 +53,8 @@ private:
     {
         const QWidget *page = m_button.parentWidget(); // whose palette no style sheet has changed
         const QColor ground = pageGround(page ? page->palette() : QApplication::palette());
-        const QString style =
-            QString::fromLatin1(outlineStyle).arg(toneColor(Tone::Alarm, ground).name());
+        const QString style = QString::fromLatin1(outlineStyle)
+                                  .arg(toneColor(Tone::Alarm, ground, visibleContrast).name());
         if (style != m_button.styleSheet())
             m_button.setStyleSheet(style);
     }

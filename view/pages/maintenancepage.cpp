@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr int textWidth = 640; // what fits the smallest window
+constexpr int textWidth = 640; // what fits the smallest window, where an inch has 96 points
 
 } // namespace
 
@@ -29,8 +29,9 @@ MaintenancePage::MaintenancePage(Rows<CommandRow> commands, QObject *receiver, c
             continue;
         auto *note = new NoteText(nullptr, this);
         note->setFont(QFont(QStringLiteral("Microsoft YaHei"), 10)); // before it is measured
-        note->setWidest(textWidth);
-        note->setMaximumWidth(textWidth); // wide pages break it where it was measured
+        const int widest = textWidth * logicalDpiX() / 96;
+        note->setWidest(widest);
+        note->setMaximumWidth(widest); // wide pages break it where it was measured
         note->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
         note->say(tr("%1: %2").arg(translated("tavoView", command.button.text),
                                    translated("tavoView", command.button.consequence)));

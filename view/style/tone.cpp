@@ -7,8 +7,6 @@
 
 namespace {
 
-constexpr double readable = 4.5;
-
 struct ToneRow
 {
     const char *mark;
@@ -59,12 +57,12 @@ double contrast(const QColor &a, const QColor &b)
     return (light + 0.05) / (dark + 0.05);
 }
 
-QColor toneColor(Tone tone, const QColor &ground)
+QColor toneColor(Tone tone, const QColor &ground, double least)
 {
     const QColor own = tones[int(tone)].color;
     const QColor end = isDark(ground) ? Qt::white : Qt::black;
     QColor color = own;
-    for (double part = 0; part <= 1 && contrast(color, ground) < readable; part += 0.05)
+    for (double part = 0; part <= 1 && contrast(color, ground) < least; part += 0.05)
         color = mixed(own, end, part);
     return color;
 }

@@ -9,8 +9,11 @@ enum class Tone { Plain, Good, Attention, Alarm };
 /** The mark that stands before a text, so that its tone is seen in grey, too. */
 QString toneMark(Tone tone);
 
-/** The tone's colour for text on `ground`: as dark, or as light, as it takes to be read (4.5:1). */
-QColor toneColor(Tone tone, const QColor &ground);
+constexpr double readableContrast = 4.5;
+constexpr double visibleContrast = 3; ///< of lines that are no text
+
+/** The tone's colour on `ground`: as dark, or as light, as that contrast takes. */
+QColor toneColor(Tone tone, const QColor &ground, double least = readableContrast);
 
 /** The ratio of two colours' luminances, 1 to 21. */
 double contrast(const QColor &a, const QColor &b);
