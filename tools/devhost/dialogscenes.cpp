@@ -12,7 +12,7 @@
 namespace {
 
 constexpr int settleMs = 700;
-constexpr int busyMs = 20; // before the next cycle has the command
+constexpr int busyMs = 20; // the download is over soon
 constexpr int downloadMs = 8000;
 constexpr int editedRow = 1; // a value with a range
 
@@ -68,7 +68,7 @@ DialogScenes::DialogScenes(QWidget &view, const QString &historyFile, QObject *p
         { reject, settleMs, "" },
         { [this] { click("download_history_log"); }, settleMs, "" },
         { accept, settleMs, "chooser" },
-        { [this] { chooseFile(); }, busyMs, "download-busy" },
+        { [this] { chooseFile(); }, busyMs, "download-busy", true },
         { [] {}, downloadMs, "download-done" },
     };
 }
@@ -85,11 +85,18 @@ void DialogScenes::next()
         return emit finished();
     const Step step = m_steps.takeFirst();
     QTimer::singleShot(0, this, step.act);
-    QTimer::singleShot(step.settleMs, this, [this, step] {
-        if (*step.name != '\0')
-            emit shown(QString::fromLatin1(step.name));
-        next();
-    });
+    QTimer::singleShot(step.settleMs, this, [this, step] { show(step); });
+}
+
+void DialogScenes::show(const Step &step)
+{
+    if (step.isBehindDialog && openDialog()) {
+        QTimer::singleShot(step.settleMs, this, [this, step] { show(step); });
+        return;
+    }
+    if (*step.name != '\0')
+        emit shown(QString::fromLatin1(step.name));
+    next();
 }
 
 void DialogScenes::editSetting()

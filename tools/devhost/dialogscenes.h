@@ -37,10 +37,12 @@ private:
     {
         std::function<void()> act;
         int settleMs;
-        const char *name; ///< of what is seen then; empty: nothing new
+        const char *name;            ///< of what is seen then; empty: nothing new
+        bool isBehindDialog = false; ///< seen once no dialog covers it
     };
 
     void next();
+    void show(const Step &step);
     void editSetting();
     void click(const char *button);
     void chooseFile();
