@@ -107,15 +107,6 @@ private slots:
         QCOMPARE(m_posted->at(0).at(1).value<Event>(), expected);
     }
 
-    void textIsCut()
-    {
-        m_record.type = TextValue;
-        m_record.length = 4;
-        load(1, 0, 0);
-        QCOMPARE(sentAfter("1e99%1"), QStringList("3007,1e99"));
-        QCOMPARE(m_record.value, QString("1e99%1"));
-    }
-
     void remarks_data()
     {
         QTest::addColumn<float>("scale");
@@ -233,32 +224,30 @@ private slots:
         QCOMPARE(m_posted->size(), 0);
     }
 
-    void boxAnswers_data()
-    {
-        QTest::addColumn<int>("kind");
-        QTest::addColumn<int>("key");
-        QTest::addColumn<int>("result");
-        QTest::newRow("a stray Enter confirms nothing")
-            << int(MsgBox::Question) << int(Qt::Key_Return) << 0;
-        QTest::newRow("question declined") << int(MsgBox::Question) << int(Qt::Key_Escape) << 0;
-        QTest::newRow("notice read") << int(MsgBox::Notice) << int(Qt::Key_Return) << 1;
-    }
-
     void boxAnswers()
     {
-        QFETCH(int, kind);
-        QFETCH(int, key);
-        const bool isQuestion = kind == MsgBox::Question;
-        MsgBox box(kind, QString(999, '/'));
-        QVERIFY(box.sizeHint().width() < 700); // wrapped
-        const ModalAnswer answer([&](QDialog &shown) {
-            QCOMPARE(button(shown, "btnWhite")->isVisible(), isQuestion);
-            QCOMPARE(shown.focusWidget(), button(shown, isQuestion ? "btnWhite" : "btnBlue"));
-            QTest::keyClick(shown.focusWidget(), Qt::Key(key));
-        });
-        const int result = box.exec();
-        QTEST(result, "result");
-        QVERIFY(answer.hasAnswered());
+        const struct
+        {
+            int kind;
+            Qt::Key key;
+            int result;
+        } rows[] = {
+            { MsgBox::Question, Qt::Key_Return, 0 }, // a stray Enter confirms nothing
+            { MsgBox::Question, Qt::Key_Escape, 0 },
+            { MsgBox::Notice, Qt::Key_Return, 1 },
+        };
+        for (const auto &row : rows) {
+            const bool isQuestion = row.kind == MsgBox::Question;
+            MsgBox box(row.kind, QString(999, '/'));
+            QVERIFY(box.sizeHint().width() < 700); // wrapped
+            const ModalAnswer answer([&](QDialog &shown) {
+                QCOMPARE(button(shown, "btnWhite")->isVisible(), isQuestion);
+                QCOMPARE(shown.focusWidget(), button(shown, isQuestion ? "btnWhite" : "btnBlue"));
+                QTest::keyClick(shown.focusWidget(), row.key);
+            });
+            QCOMPARE(box.exec(), row.result);
+            QVERIFY(answer.hasAnswered());
+        }
     }
 
 private:

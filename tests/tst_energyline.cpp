@@ -155,20 +155,6 @@ private slots:
         }
     }
 
-    void clickTogglesThePanel()
-    {
-        const auto isEmpty = [this] { // where the values of rectifier and inverter are
-            QImage empty(250, 90, QImage::Format_RGB32);
-            empty.fill(ground);
-            return shot().copy(QRect(332, 92, 250, 90)).convertToFormat(empty.format()) == empty;
-        };
-        QVERIFY(!isEmpty());
-        QTest::mouseClick(m_line.get(), Qt::LeftButton, {}, centre - QPoint(100, 0));
-        QVERIFY(isEmpty());
-        QTest::mouseClick(m_line.get(), Qt::LeftButton, {}, centre + QPoint(100, 0));
-        QVERIFY(!isEmpty());
-    }
-
     // With the widest values, no text leaves the diagram or touches a block, a flow or a text.
     void panelsKeepApart_data()
     {
@@ -234,6 +220,9 @@ private slots:
             QVERIFY(!block->isChecked() && shot() != before); // its panel is gone
             QTest::keyClick(block, Qt::Key_Return);
             QVERIFY(shot() == before);
+            QTest::mouseClick(m_line.get(), Qt::LeftButton, {}, block->geometry().center());
+            QVERIFY(!block->isChecked() && shot() != before);
+            QTest::mouseClick(m_line.get(), Qt::LeftButton, {}, block->geometry().center());
         }
         QCOMPARE(names.join(' '), QString("INPUT BYPASS LOAD BATTERY REC INV"));
     }

@@ -157,12 +157,8 @@ private slots:
         row("no answer yet", "1016", -1, { at(output, 1) }, "Transfer to bypass: waiting");
         row("not proved", "1016", accepted, { at(output, 2) },
             "Transfer to bypass: accepted by the device");
-        row("proved", "1016", accepted, { at(output, 2), at(output, 1) },
-            "Transfer to bypass: confirmed by the device's values");
         row("proved in part", "1015", accepted, { at(output, 1) },
             "Shutdown to bypass: accepted by the device");
-        row("proved in all", "1015", accepted, { { { output, 1 }, { 4243, 0 } } },
-            "Shutdown to bypass: confirmed by the device's values");
         row("not sent", "1016", int(Kind::NotSent), {},
             "Transfer to bypass: not sent: no communication");
         row("no name", "1011", int(Kind::Refused), {}, "Command 1011: refused by the device");

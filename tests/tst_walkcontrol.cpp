@@ -200,11 +200,13 @@ private slots:
     {
         for (const Place &place : places(Kind::Text)) {
             Dialog &dialog = open(place);
-            dialog.findChild<QLineEdit *>()->setText("ABCDEFGHIJKLMNOPQRSTUVWXYZ");
+            const QString typed = "1e99%1ABCDEFGHIJKLMNOPQRST"; // no number, no place marker
+            dialog.findChild<QLineEdit *>()->setText(typed);
             QByteArray expected = "setting " + QByteArray::number(place.far.id);
             for (int i = 0; i < place.far.count; ++i)
-                expected += ' ' + QByteArray::number('A' + i);
+                expected += ' ' + QByteArray::number(typed.at(i).unicode());
             QCOMPARE(writeOf(dialog), expected + " accepted");
+            QCOMPARE(place.cell(1), typed); // as it was entered, until it is read back
             QVERIFY(m_walk->poll());
             QCOMPARE(place.cell(1).size(), place.far.count);
             QVERIFY2(told().endsWith("confirmed by the device's values"), qPrintable(told()));
