@@ -11,7 +11,7 @@ namespace {
 constexpr char context[] = "Energyline";
 constexpr int fontSize = 13; // in pixels, like all lengths of the diagram
 constexpr int largeFontSize = 16;
-constexpr QRectF noteArea(-440, -98, 312, 48); // from the centre
+constexpr QRectF noteArea(-440, -98, 300, 48); // from the centre; 12 beside the panel
 constexpr int leastStretch = 70;
 constexpr double labelGap = 8; // at least half of it is kept
 constexpr double terminalHeight = 7;
