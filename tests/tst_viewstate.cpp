@@ -162,23 +162,17 @@ private slots:
         row("not sent", "1016", int(Kind::NotSent), {},
             "Transfer to bypass: not sent: no communication");
         row("no name", "1011", int(Kind::Refused), {}, "Command 1011: refused by the device");
-        row("a setting", "3005,18", accepted, { at(3005, 18) },
-            "Battery numbers: 18: confirmed by the device's values");
         row("a rounded setting", "3007,235", accepted, { at(3007, 2.35f) },
-            "Cell float voltage: 2.35V: confirmed by the device's values");
+            "Setting: 2.35V: confirmed by the device's values");
         row("an older report", "3005,18", accepted, { at(3005, 16), at(3005, 18) },
-            "Battery numbers: 18: confirmed by the device's values");
+            "Setting: 18: confirmed by the device's values");
         row("another value", "3005,18", accepted, { 3, at(3005, 16) },
-            "Battery numbers: 18: accepted, but the device reports 16");
+            "Setting: 18: accepted, but the device reports 16");
         row("at last", "3005,18", accepted,
             { at(3005, 16), at(3005, 16), at(3005, 16), at(3005, 18) },
-            "Battery numbers: 18: confirmed by the device's values");
+            "Setting: 18: confirmed by the device's values");
         row("not reported", "3005,18", accepted, { 5, at(3006, 1) },
-            "Battery numbers: 18: accepted by the device");
-        row("an option", "3045,1", accepted, { at(3045, 1) },
-            "Battery type: Lithium battery: confirmed by the device's values");
-        row("half an ampere", "3011,50", accepted, { at(3011, 0.5f) },
-            "Charge current limit: 0.5A: confirmed by the device's values");
+            "Setting: 18: accepted by the device");
     }
 
     void requests()
@@ -284,16 +278,10 @@ private:
     // As the dialog posts it.
     static Event settingEvent(const QString &request)
     {
-        static const QMap<QString, QStringList> entered {
-            { "3005,18", { "Battery numbers:", "18" } },
-            { "3007,235", { "Cell float voltage:", "2.349" } },
-            { "3045,1", { "Battery type:", "Lithium battery" } },
-            { "3011,50", { "Charge current limit:", "0.5" } },
-        };
         return { { "controlId", 2016 },
                  { "controlValue", request },
-                 { "nodeName", entered[request][0] },
-                 { "nodeValue", entered[request][1] } };
+                 { "nodeName", "Setting:" },
+                 { "nodeValue", request.section(',', 1) } };
     }
 };
 
