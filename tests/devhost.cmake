@@ -7,6 +7,15 @@ foreach(fixture ${fixtures})
     LIBRARY_OUTPUT_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/fixtures PREFIX "" OUTPUT_NAME ${fixture})
   list(APPEND fixture_targets devhost_${fixture})
 endforeach()
+# Defined at last, in a library where no loader looks.
+add_library(devhost_nowhere SHARED devhost/nowhere.cpp)
+set_target_properties(devhost_nowhere PROPERTIES
+  LIBRARY_OUTPUT_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/fixtures/unsearched AUTOMOC OFF)
+add_library(devhost_missing MODULE devhost/unresolved.cpp)
+target_link_libraries(devhost_missing PRIVATE tavo_options tavo_hostapi devhost_nowhere)
+set_target_properties(devhost_missing PROPERTIES SKIP_BUILD_RPATH ON
+  LIBRARY_OUTPUT_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/fixtures PREFIX "" OUTPUT_NAME missing)
+list(APPEND fixture_targets devhost_missing)
 
 # The plug-in and driver on simulated devices.
 tavo_add_test(devhost
@@ -15,7 +24,8 @@ tavo_add_test(devhost
           support/upssimprocess.cpp support/upssimprocess.h
   ENVIRONMENT "DEVHOST=$<TARGET_FILE:devhost>;PLUGIN=$<TARGET_FILE:kx300_client>;\
 FIXTURES=${CMAKE_CURRENT_BINARY_DIR}/fixtures")
-target_compile_definitions(tst_devhost PRIVATE UPSSIM_FILE="$<TARGET_FILE:upssim>")
+target_compile_definitions(tst_devhost PRIVATE
+  UPSSIM_FILE="$<TARGET_FILE:upssim>" PROJECT_VERSION="${PROJECT_VERSION}")
 add_dependencies(tst_devhost devhost kx300_client upssim sampledriver ${fixture_targets})
 
 # Its parts, without a plug-in.

@@ -45,33 +45,63 @@ private slots:
         row("class", plugin(fixture("wrongclass")), 3,
             "its class is \"otherClient\", not \"tavoClient\"");
         row("unresolved symbol", plugin(fixture("unresolved")), 3, "symbolThatNobodyDefines");
+        row("missing library", plugin(fixture("missing")), 3,
+            "libdevhost_nowhere.so: cannot open shared object file");
         row("same name twice", device + device, 2, "two devices are named \"s\"");
         row("address 0", QStringList { "--device", "name=a,port=p,addr=0" }, 2,
-            "addr=0 is not usable");
+            "--device name=a,port=p,addr=0: addr=0 is not usable: it takes a unit from 1 to 247");
         row("unit 250", QStringList { "--device", "name=a,tcp=h,addr=250" }, 2,
-            "addr=250 is not usable: 1 to 247, over TCP also 0 and 255");
+            "addr=250 is not usable: it takes a unit from 1 to 247, over TCP also 0 and 255");
         row("one name in the files",
             QStringList { "--device", "name=a/b,port=p", "--device", "name=/a//b,port=q" }, 2,
             "\"a/b\" and \"/a//b\" are one name");
         row("rate that no line has",
             QStringList { "--device", "name=a,port=p,settings=14400,n,8,1" }, 2,
-            "settings=14400,n,8,1 is not usable");
+            "settings=14400,n,8,1 is not usable: it takes RATE,PARITY,DATA,STOP such as "
+            "9600,n,8,1; rate 50 75");
         row("settings cut short", QStringList { "--device", "name=a,port=p,settings=9600,n,8" }, 2,
             "is not usable");
+        row("timeout", QStringList { "--device", "name=a,port=p,timeout=25501" }, 2,
+            "timeout=25501 is not usable: it takes milliseconds from 1 to 25500");
+        row("peer", QStringList { "--device", "name=a,tcp=h:70000" }, 2,
+            "tcp=h:70000 is not usable: it takes HOST, HOST:PORT");
+        row("interval", device + QStringList { "--interval", "0" }, 2,
+            "--interval: \"0\" is no number from 1 to 86400");
+        row("overflow", device + QStringList { "--retries", "99999999999" }, 2,
+            "--retries: \"99999999999\" is no number from 1 to 1000");
         row("two settings of a port",
             QStringList { "--device", "name=a,port=p,settings=9600,n,8,1", "--device",
                           "name=b,port=p,settings=2400,n,8,1" },
             2, "a and b ask for different settings of p");
         row("no device", plugin(good).mid(0, 2), 2, "give at least one --device");
         row("Qt's -plugin", QStringList { "-plugin", good } + device, 2, "is Qt's own option");
-        row("command", plugin(good, { "--send", "nobody 1" }), 2, "no device of that name");
+        row("command", plugin(good, { "--send", "nobody 1" }), 2,
+            "\"nobody 1\": no device of that name; there is s");
         row("driver directory", plugin(good, { "--driver-dir", "/nowhere" }), 5,
-            "no driver directory /nowhere");
+            "--driver-dir: there is no directory /nowhere");
+        row("no driver", plugin(good, { "--driver-dir", "/dev" }), 5,
+            "--driver-dir: there is no driver in /dev, such as libkx300_g4_6-20k.so");
         row("log with other columns", plugin(good, { "--data-log", good }), 9,
             "holds other columns");
         row("unknown command", plugin(good, { "--send", "s 4711" }), 2, "4711 is no command");
         row("FIFO without a reader", plugin(good, { "--event-log", "fifo" }), 9,
             "nobody reads from it");
+        const QStringList upssim { "upssim", "--tcp" };
+        row("simulator's line", upssim.mid(0, 1), 1, "give --tcp, --pty or both");
+        row("simulator's port", upssim + QStringList { "127.0.0.1:65536" }, 1,
+            "--tcp: \"127.0.0.1:65536\" is no address with a port from 0 to 65535");
+        row("simulator's link", QStringList { "upssim", "--pty", "/proc/self/exe/x" }, 1,
+            "cannot make the link /proc/self/exe/x: Not a directory");
+        row("simulator's host", upssim + QStringList { "192.0.2.1:1" }, 1,
+            "cannot listen on 192.0.2.1:1: ");
+        row("simulator's address", upssim + QStringList { ":0", "--address", "248" }, 1,
+            "--address: \"248\" is no whole number from 1 to 247");
+        row("simulator's seed", upssim + QStringList { ":0", "--seed", "4294967296" }, 1,
+            "--seed: \"4294967296\" is no whole number from 0 to 4294967295");
+        row("simulator's script", upssim + QStringList { ":0", "--script", "/nowhere" }, 1,
+            "/nowhere: No such file");
+        row("simulator's scenario", upssim + QStringList { ":0", "--scenario", "x" }, 1,
+            "overload");
         row("full disk", plugin(good, { "--event-log", "/dev/full" }), 9, "/dev/full");
     }
 
@@ -80,7 +110,10 @@ private slots:
         QFETCH(QStringList, arguments);
         QCOMPARE(::mkfifo("fifo", 0600), 0);
         HostProcess host;
-        host.startHost({}, arguments);
+        if (arguments.first() == "upssim")
+            host.start(UPSSIM_FILE, arguments.mid(1));
+        else
+            host.startHost({}, arguments);
         QTRY_VERIFY(host.state() != QProcess::Starting);
         QTEST(host.exitCodeOf(), "code");
         QFETCH(QString, message);
@@ -91,13 +124,29 @@ private slots:
 
     void help()
     {
-        HostProcess host;
-        host.start(qEnvironmentVariable("DEVHOST"), { "--help" });
-        QCOMPARE(host.exitCodeOf(), 0);
-        const QString text = QString::fromUtf8(host.readAllStandardOutput());
-        QVERIFY(text.contains("  1007  shut down: THE OUTPUT STOPS"));
-        QVERIFY(text.contains("--event-log") && text.contains(" 7  --require-online"));
-        QCOMPARE(host.errors(), QString());
+        const struct
+        {
+            QString program;
+            const char *option;
+            QStringList texts;
+        } rows[] = {
+            { qEnvironmentVariable("DEVHOST"),
+              "--help",
+              { "  1007  shut down: THE OUTPUT STOPS", "--event-log", " 7  --require-online",
+                "Default: 5." } },
+            { qEnvironmentVariable("DEVHOST"), "--version", { "kx300-devhost " PROJECT_VERSION } },
+            { UPSSIM_FILE, "--help", { "--seed", "mains-failure", "Default: normal." } },
+            { UPSSIM_FILE, "--version", { "kx300-upssim " PROJECT_VERSION } },
+        };
+        for (const auto &row : rows) {
+            HostProcess host;
+            host.start(row.program, { row.option });
+            QCOMPARE(host.exitCodeOf(), 0);
+            const QString text = QString::fromUtf8(host.readAllStandardOutput());
+            for (const QString &part : row.texts)
+                QVERIFY2(text.contains(part), qPrintable(text));
+            QCOMPARE(host.errors(), QString());
+        }
     }
 
     void longLine()
@@ -271,9 +320,11 @@ private slots:
     {
         // 192.0.2.1 is an address that nobody has; its first connection is tried after 5 s.
         const QString tcp = QStringLiteral("name=d,tcp=192.0.2.1:502");
+        QVERIFY(QDir().mkpath("brokendriver"));
+        QVERIFY(writeFile("brokendriver/libkx300_g4_6-20k.so", "no library"));
         for (const QStringList &options :
              { QStringList { tcp, "--duration", "6", "--poll" },
-               { serialDevice, "--duration", "1", "--driver-dir", "." } }) {
+               { serialDevice, "--duration", "1", "--driver-dir", "brokendriver" } }) {
             HostProcess host;
             host.startHost(qEnvironmentVariable("PLUGIN"),
                            QStringList { "--require-online", "--quiet", "--device" } + options);

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <limits>
 #include <optional>
 
 namespace {
@@ -100,11 +101,18 @@ private:
 
     QString takeNumber(const QString &word)
     {
+        if (m_words.isEmpty())
+            return translated(QT_TRANSLATE_NOOP("Service", "\"%1\" needs a number")).arg(word);
         bool isNumber = false;
-        m_line.command = m_words.isEmpty() ? 0 : m_words.takeFirst().toInt(&isNumber);
-        return isNumber
-            ? QString()
-            : translated(QT_TRANSLATE_NOOP("Service", "\"%1\" needs a number")).arg(word);
+        const QString number = m_words.takeFirst();
+        m_line.command = number.toInt(&isNumber);
+        if (isNumber)
+            return {};
+        return translated(
+                   QT_TRANSLATE_NOOP("Service", "\"%1\": \"%2\" is no whole number from %3 to %4"))
+            .arg(word, number)
+            .arg(std::numeric_limits<int>::min())
+            .arg(std::numeric_limits<int>::max());
     }
 
     QStringList m_words;

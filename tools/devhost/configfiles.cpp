@@ -59,6 +59,12 @@ struct SerialFile
     Outcome outcome;
 };
 
+/** Which serial.ini is meant, for people. */
+QString shownSerialIni()
+{
+    return QFileInfo(QString::fromLatin1(serialIni)).absoluteFilePath();
+}
+
 SerialFile readSerialIni()
 {
     // Without waiting: somebody may have put a FIFO there.
@@ -67,16 +73,20 @@ SerialFile readSerialIni()
     if (descriptor < 0 && failure == ENOENT)
         return {};
     if (descriptor < 0)
-        return { {}, { QStringLiteral("cannot read serial.ini: %1").arg(systemError(failure)) } };
+        return {
+            {}, { QStringLiteral("cannot read %1: %2").arg(shownSerialIni(), systemError(failure)) }
+        };
     QFile file;
     struct stat status = {};
     if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)
         || status.st_size > mostBytes) {
         ::close(descriptor);
-        return { {}, { QStringLiteral("serial.ini is no file of settings") } };
+        return { {}, { QStringLiteral("%1 is no file of settings").arg(shownSerialIni()) } };
     }
     if (!file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
-        return { {}, { QStringLiteral("cannot read serial.ini: %1").arg(file.errorString()) } };
+        return {
+            {}, { QStringLiteral("cannot read %1: %2").arg(shownSerialIni(), file.errorString()) }
+        };
     return { file.readAll(), {} };
 }
 
@@ -151,6 +161,8 @@ SerialSettings writeSerialSettings(const QList<DeviceSpec> &devices)
     QSaveFile file((QString::fromLatin1(serialIni)));
     file.setDirectWriteFallback(true); // the file may be ours and its directory not
     if (!file.open(QIODevice::WriteOnly) || file.write(ini.bytes()) < 0 || !file.commit())
-        result.outcome = { QStringLiteral("cannot write serial.ini: %1").arg(file.errorString()) };
+        result.outcome = {
+            QStringLiteral("cannot write %1: %2").arg(shownSerialIni(), file.errorString())
+        };
     return result;
 }

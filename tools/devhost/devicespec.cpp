@@ -51,6 +51,39 @@ bool isOneOf(const QString &text, const char *letters)
     return text.size() == 1 && QLatin1String(letters).contains(text.at(0).toLower());
 }
 
+/** What serial.ini takes at most, in ms. */
+constexpr int longestTimeout = 25500;
+
+/** The rates that a line really has. */
+QString rates()
+{
+    QStringList texts;
+    for (const int rate : lineRates)
+        texts << QString::number(rate);
+    return texts.join(QLatin1Char(' '));
+}
+
+/** What is allowed for a key of this name, for a complaint. */
+QString allowed(const QString &key)
+{
+    if (key == QLatin1String("addr"))
+        return QStringLiteral("a unit from 1 to 247, over TCP also 0 and 255");
+    if (key == QLatin1String("timeout"))
+        return QStringLiteral("milliseconds from 1 to %1").arg(longestTimeout);
+    if (key == QLatin1String("tcp"))
+        return QStringLiteral("HOST, HOST:PORT or [IPV6]:PORT with a port from 1 to 65535");
+    if (key == QLatin1String("settings"))
+        return QStringLiteral("RATE,PARITY,DATA,STOP such as 9600,n,8,1; rate %1; parity n, o, e, "
+                              "s or m; data bits 5 to 8; stop bits 1 or 2")
+            .arg(rates());
+    return QStringLiteral("a text that is not empty");
+}
+
+QString unusable(const QString &key, const QString &value)
+{
+    return QStringLiteral("%1=%2 is not usable: it takes %3").arg(key, value, allowed(key));
+}
+
 /** The plug-in opens a port at 50 baud, or keeps its old settings, when it cannot read them. */
 bool areLineSettings(const QString &text)
 {
@@ -75,16 +108,18 @@ QString takePair(const QString &key, const QString &value, DeviceSpec &device)
     else if (key == QLatin1String("addr"))
         good = readWhole(value, 0, 255, device.address);
     else if (key == QLatin1String("timeout"))
-        good = readWhole(value, 1, 60000, device.timeout);
-    else if (key != QLatin1String("settings"))
-        return QStringLiteral("unknown key \"%1\"").arg(key);
-    else if (areLineSettings(value))
-        device.settings = value.toLower();
+        good = readWhole(value, 1, longestTimeout, device.timeout);
+    else if (key == QLatin1String("settings"))
+        good = areLineSettings(value);
     else
-        return QStringLiteral("settings=%1 is not usable: a rate such as 9600, parity n, o, e, s "
-                              "or m, data bits 5 to 8, stop bits 1 or 2")
-            .arg(value);
-    return good ? QString() : QStringLiteral("%1=%2 is not usable").arg(key, value);
+        return QStringLiteral(
+                   "unknown key \"%1\": there are name, port, tcp, addr, settings, timeout")
+            .arg(key);
+    if (!good)
+        return unusable(key, value);
+    if (key == QLatin1String("settings"))
+        device.settings = value.toLower();
+    return {};
 }
 
 QString complaint(const DeviceSpec &device)
@@ -99,8 +134,7 @@ QString complaint(const DeviceSpec &device)
     if (device.isTcp() && (!device.settings.isEmpty() || device.timeout > 0))
         return QStringLiteral("settings= and timeout= belong to a port");
     if (!device.hasUsableAddress())
-        return QStringLiteral("addr=%1 is not usable: 1 to 247, over TCP also 0 and 255")
-            .arg(device.address);
+        return unusable(QStringLiteral("addr"), QString::number(device.address));
     return {};
 }
 

@@ -116,12 +116,15 @@ HostCommand parseCommand(const QString &line, const QStringList &devices)
     command.delay = takeDelay(rest, devices);
     command.device = leadingDevice(rest, devices);
     if (command.device.isEmpty())
-        return wrong(QStringLiteral("\"%1\": no device of that name").arg(line.trimmed()));
+        return wrong(QStringLiteral("\"%1\": no device of that name; there is %2")
+                         .arg(line.trimmed(), devices.join(QLatin1String(", "))));
     rest = rest.mid(command.device.size()).trimmed();
     bool ok = false;
-    command.id = takeWord(rest).toInt(&ok);
+    const QString number = takeWord(rest);
+    command.id = number.toInt(&ok);
     if (!ok)
-        return wrong(QStringLiteral("\"%1\": no command number").arg(line.trimmed()));
+        return wrong(QStringLiteral("\"%1\": \"%2\" is no command number (see --help)")
+                         .arg(line.trimmed(), number));
     if (!isKnown(command.id))
         return wrong(QStringLiteral("%1 is no command (see --help)").arg(command.id));
     command.value = rest;

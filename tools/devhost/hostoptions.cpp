@@ -22,11 +22,11 @@ struct OptionRow
 constexpr OptionRow optionRows[] = {
     { "plugin",           Needs::Value,   "FILE",  "The plug-in; default: ../lib beside this program, then where it is installed.", "" },
     { "device",           Needs::Value,   "SPEC",  "A device, repeatable; a window can do without, and remembers those that are added in it: name=N,port=PORT[,addr=1][,settings=9600,n,8,1][,timeout=1000] or name=N,tcp=HOST[:502][,addr=1].", "" },
-    { "interval",         Needs::Value,   "S",     "Seconds between two polls of a device, and between two reports of it in the text.", "1" },
-    { "retries",          Needs::Value,   "N",     "Failed polls until a device counts as lost.", "5" },
+    { "interval",         Needs::Value,   "S",     "Seconds from 1 to 86400 between two polls of a device, and between two reports of it in the text.", "1" },
+    { "retries",          Needs::Value,   "N",     "Failed polls, 1 to 1000, until a device counts as lost.", "5" },
     { "poll",             Needs::Nothing, "",      "Call poll() of the clients instead of starting them as threads.", "" },
-    { "driver-dir",       Needs::Value,   "DIR",   "Where the driver library is; wins over ../lib and LD_LIBRARY_PATH.", "" },
-    { "duration",         Needs::Value,   "S",     "End after S seconds.", "0" },
+    { "driver-dir",       Needs::Value,   "DIR",   "The directory of the driver library; default: where drivers are installed, then LD_LIBRARY_PATH.", "" },
+    { "duration",         Needs::Value,   "S",     "End after S seconds; 0: when asked to.", "0" },
     { "require-online",   Needs::Nothing, "",      "Fail at the end when a device was never reached.", "" },
     { "json",             Needs::Nothing, "",      "Print one JSON object a line instead of text.", "" },
     { "quiet",            Needs::Nothing, "",      "Keep the debug lines of the plug-in off standard error.", "" },
@@ -35,8 +35,8 @@ constexpr OptionRow optionRows[] = {
     { "data-log",         Needs::Value,   "FILE",  "Append a row for each report to a CSV file.", "" },
     { "gui",              Needs::Nothing, "",      "Show the window (the default with a display).", "" },
     { "headless",         Needs::Nothing, "",      "Show no window.", "" },
-    { "language",         Needs::Value,   "LANG",  "Language of the texts, for example zh_CN.", "" },
-    { "user-level",       Needs::Value,   "N",     "Rights of the user at start: 0 may only look.", "1" },
+    { "language",         Needs::Value,   "LANG",  "Language of the texts, for example zh_CN; default: English.", "" },
+    { "user-level",       Needs::Value,   "N",     "Rights of the user at start, 0 to 9: 0 may only look.", "1" },
     { "window-size",      Needs::Value,   "WxH",   "Size of the window; default: as it was left.", "" },
     { "palette",          Needs::Value,   "NAME",  "Colours: \"light\" or \"dark\"; default: the desktop's.", "" },
     { "screenshot",       Needs::Value,   "FILE",  "Save a picture of each tab of the first device as FILE-TAB.png, then end.", "" },
@@ -85,10 +85,7 @@ public:
         const double value = text.toDouble(&ok);
         if (ok && value >= least && value <= most)
             return value;
-        complain(QStringLiteral("--%1: \"%2\" is no number from %3 to %4")
-                     .arg(label(option), text)
-                     .arg(least)
-                     .arg(most));
+        refuse(option, "number", least, most);
         return least;
     }
 
@@ -96,7 +93,7 @@ public:
     {
         const double value = number(option, least, most);
         if (double(int(value)) != value)
-            complain(QStringLiteral("--%1 takes a whole number").arg(label(option)));
+            refuse(option, "whole number", least, most);
         return int(value);
     }
 
@@ -109,6 +106,14 @@ public:
     QString error() const { return m_error; }
 
 private:
+    void refuse(const char *option, const char *what, double least, double most)
+    {
+        complain(QStringLiteral("--%1: \"%2\" is no %3 from %4 to %5")
+                     .arg(label(option), m_parser.value(label(option)), label(what))
+                     .arg(least, 0, 'f', 0)
+                     .arg(most, 0, 'f', 0));
+    }
+
     const QCommandLineParser &m_parser;
     QString m_error;
 };
@@ -135,7 +140,10 @@ void readWindowSize(const QString &text, HostOptions &options, NumberReader &rea
     if (match.hasMatch())
         options.windowSize = QSize(match.captured(1).toInt(), match.captured(2).toInt());
     else
-        reader.complain(QStringLiteral("--window-size: \"%1\" is no size like 1000x640").arg(text));
+        reader.complain(
+            QStringLiteral(
+                "--window-size: \"%1\" is no size such as 1000x640, from 10x10 to 99999x99999")
+                .arg(text));
 }
 
 void defineOptions(QCommandLineParser &parser)
@@ -144,7 +152,10 @@ void defineOptions(QCommandLineParser &parser)
         QStringLiteral("Loads the UPS plug-in like its host does, polls devices and prints what "
                        "the plug-in posts."));
     for (const OptionRow &row : optionRows) {
-        QCommandLineOption option(label(row.name), label(row.text));
+        QString text = label(row.text);
+        if (*row.standard)
+            text += QStringLiteral(" Default: %1.").arg(label(row.standard));
+        QCommandLineOption option(label(row.name), text);
         if (row.needs == Needs::Value) {
             option.setValueName(label(row.value));
             option.setDefaultValue(label(row.standard));
@@ -171,12 +182,13 @@ HostOptions readValues(const QCommandLineParser &parser, NumberReader &reader)
     options.screenshot = parser.value(label("screenshot"));
     options.palette = parser.value(label("palette"));
     if (!QStringList({ QString(), label("light"), label("dark") }).contains(options.palette))
-        reader.complain(QStringLiteral("--palette is \"light\" or \"dark\""));
+        reader.complain(QStringLiteral("--palette: \"%1\" is neither \"light\" nor \"dark\"")
+                            .arg(options.palette));
     options.screenshotUnreached = parser.isSet(label("screenshot-unreached"));
     options.screenshotDialogs = parser.isSet(label("screenshot-dialogs"));
     options.duration = reader.number("duration", 0, 1e6);
     options.screenshotDelay = reader.number("screenshot-after", 0, 3600);
-    options.interval = reader.whole("interval", 0, 86400);
+    options.interval = reader.whole("interval", 1, 86400);
     options.retries = reader.whole("retries", 1, 1000);
     options.userLevel = reader.whole("user-level", 0, 9);
     options.json = parser.isSet(label("json"));

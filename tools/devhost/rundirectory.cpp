@@ -99,9 +99,17 @@ Outcome RunDirectory::enter(char **argv, const QString &driverDirectory)
     const QFileInfo original(RunDirectory::executable());
     QString libraries = QDir::cleanPath(original.path() + QLatin1String("/../lib"));
     if (!driverDirectory.isEmpty()) {
-        libraries = QFileInfo(driverDirectory).canonicalFilePath();
-        if (libraries.isEmpty())
-            return { QStringLiteral("no driver directory %1").arg(driverDirectory) };
+        const QFileInfo directory(driverDirectory);
+        libraries = directory.canonicalFilePath();
+        if (!directory.isDir())
+            return {
+                QStringLiteral("--driver-dir: there is no directory %1").arg(driverDirectory)
+            };
+        // Which one the plug-in asks for is the plug-in's business.
+        if (QDir(libraries).entryList({ QStringLiteral("lib*.so") }, QDir::Files).isEmpty())
+            return { QStringLiteral("--driver-dir: there is no driver in %1, such as "
+                                    "libkx300_g4_6-20k.so")
+                         .arg(libraries) };
         addToLibraryPath(libraries);
     }
     QTemporaryDir temporary(QDir(QDir::tempPath()).canonicalPath()

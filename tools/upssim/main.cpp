@@ -11,6 +11,7 @@
 #include <QTime>
 #include <QTimer>
 
+#include <climits>
 #include <csignal>
 #include <cstdio>
 #include <fcntl.h>
@@ -77,7 +78,7 @@ void say(const QString &line)
 
 int fail(const QString &message)
 {
-    std::fprintf(stderr, "upssim: %s\n", qUtf8Printable(message));
+    std::fprintf(stderr, "kx300-upssim: %s\n", qUtf8Printable(message));
     return failure;
 }
 
@@ -113,16 +114,17 @@ void addOptions(QCommandLineParser &parser)
 {
     // clang-format off
     parser.addOptions({
-        { QStringLiteral("tcp"), QStringLiteral("Serve Modbus TCP there; port 0 is any free port."), QStringLiteral("ip:port") },
+        { QStringLiteral("tcp"), QStringLiteral("Serve Modbus TCP there, for example 127.0.0.1:1502; port 0 is any free port."), QStringLiteral("ip:port") },
         { QStringLiteral("pty"), QStringLiteral("Serve Modbus RTU on a pseudo-terminal with this symbolic link."), QStringLiteral("link") },
-        { QStringLiteral("address"), QStringLiteral("Device address, 1 to 247 (default 1)."), QStringLiteral("address"), QStringLiteral("1") },
-        { QStringLiteral("scenario"), QStringLiteral("Play this scenario."), QStringLiteral("name") },
+        { QStringLiteral("address"), QStringLiteral("Device address, 1 to 247. Default: 1."), QStringLiteral("address"), QStringLiteral("1") },
+        { QStringLiteral("scenario"), QStringLiteral("Play this scenario. Default: normal."), QStringLiteral("name") },
         { QStringLiteral("script"), QStringLiteral("Play the script in this file."), QStringLiteral("file") },
-        { QStringLiteral("seed"), QStringLiteral("Seed of the small movements (default 1)."), QStringLiteral("number"), QStringLiteral("1") },
+        { QStringLiteral("seed"), QStringLiteral("Seed of the small movements, 0 to 4294967295. Default: 1."), QStringLiteral("number"), QStringLiteral("1") },
         { QStringLiteral("verbose"), QStringLiteral("Print every change of the UPS.") },
     });
     // clang-format on
     parser.addHelpOption();
+    parser.addVersionOption();
     const QString indent = QStringLiteral("\n  ");
     parser.setApplicationDescription(
         QStringLiteral("Simulates a three-phase UPS as a Modbus server.\n\nScenarios:") + indent
@@ -130,6 +132,20 @@ void addOptions(QCommandLineParser &parser)
         + QStringLiteral("\n\nActions, a line each, on standard input (and, after the time in "
                          "seconds, in scripts):")
         + indent + actionHelp().join(indent) + indent + QStringLiteral("quit"));
+}
+
+Result<quint32> wholeNumber(const QCommandLineParser &parser, const char *option, quint32 least,
+                            quint32 most)
+{
+    bool numeric = false;
+    const QString text = parser.value(QLatin1String(option));
+    const quint32 number = text.toUInt(&numeric);
+    if (numeric && number >= least && number <= most)
+        return number;
+    return Failure { QStringLiteral("--%1: \"%2\" is no whole number from %3 to %4")
+                         .arg(QLatin1String(option), text)
+                         .arg(least)
+                         .arg(most) };
 }
 
 // The script that the options ask for; an empty one when they ask for none.
@@ -150,13 +166,38 @@ Result<Script> chosenScript(const QCommandLineParser &parser)
     return script;
 }
 
+struct Chosen
+{
+    int address;
+    quint32 seed;
+    Script script;
+};
+
+Result<Chosen> readOptions(const QCommandLineParser &parser)
+{
+    if (!parser.positionalArguments().isEmpty())
+        return Failure { QStringLiteral("unexpected argument \"%1\" (see --help)")
+                             .arg(parser.positionalArguments().first()) };
+    const Result<quint32> address = wholeNumber(parser, "address", 1, 247);
+    const Result<quint32> seed = wholeNumber(parser, "seed", 0, UINT_MAX);
+    for (const Result<quint32> &number : { address, seed })
+        if (!number)
+            return Failure { number.error() };
+    const Result<Script> script = chosenScript(parser);
+    if (!script)
+        return Failure { script.error() };
+    return Chosen { int(*address), *seed, *script };
+}
+
 Result<Done> openTcp(const QString &where, ModbusServer &server)
 {
     const QString host = where.section(QLatin1Char(':'), 0, 0);
     bool numeric = false;
     const int asked = where.section(QLatin1Char(':'), 1).toUShort(&numeric);
     if (host.isEmpty() || !numeric)
-        return Failure { QStringLiteral("\"%1\" is not an address and a port").arg(where) };
+        return Failure { QStringLiteral("--tcp: \"%1\" is no address with a port from 0 to 65535, "
+                                        "such as 127.0.0.1:1502")
+                             .arg(where) };
     const Result<int> port = server.listen(host, asked);
     if (!port)
         return Failure { port.error() };
@@ -190,28 +231,24 @@ int main(int argc, char *argv[])
 {
     const int signalFile = signalDescriptor();
     QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("kx300-upssim"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(UPSSIM_VERSION));
     QCommandLineParser parser;
     addOptions(parser);
     parser.process(application);
 
-    bool addressNumeric = false;
-    bool seedNumeric = false;
-    const int address = parser.value(QStringLiteral("address")).toInt(&addressNumeric);
-    const quint32 seed = parser.value(QStringLiteral("seed")).toUInt(&seedNumeric);
-    if (!addressNumeric || address < 1 || address > 247 || !seedNumeric)
-        return fail(QStringLiteral("--address takes 1 to 247, --seed a number"));
-    const Result<Script> script = chosenScript(parser);
-    if (!script)
-        return fail(script.error());
+    const Result<Chosen> chosen = readOptions(parser);
+    if (!chosen)
+        return fail(chosen.error());
 
-    Simulator simulator(seed, QTime::currentTime().msecsSinceStartOfDay() / 1000.0);
+    Simulator simulator(chosen->seed, QTime::currentTime().msecsSinceStartOfDay() / 1000.0);
     if (parser.isSet(QStringLiteral("verbose")))
         simulator.model().onRecord = [](const HistoryRecord &record) { say(describe(record)); };
-    ModbusServer server(simulator, address);
+    ModbusServer server(simulator, chosen->address);
     const Result<Done> opened = openLines(parser, server);
     if (!opened)
         return fail(opened.error());
-    simulator.play(*script);
+    simulator.play(chosen->script);
 
     QSocketNotifier signalNotifier(signalFile, QSocketNotifier::Read);
     QObject::connect(&signalNotifier, &QSocketNotifier::activated, &application,

@@ -111,11 +111,8 @@ Result<Done> ModbusServer::openTerminal(const QString &link)
 
     if (QFileInfo(link).isSymLink())
         QFile::remove(link);
-    if (!QFile::link(QString::fromLocal8Bit(name), link)) {
-        return Failure {
-            QStringLiteral("cannot make the link %1 (is something else there?)").arg(link)
-        };
-    }
+    if (::symlink(name, QFile::encodeName(link).constData()) != 0)
+        return Failure { QStringLiteral("cannot make the link %1: %2").arg(link, systemError()) };
     m_link = link;
     m_terminalName = QFile::symLinkTarget(link);
     new ModbusLink(m_simulator, modbus::Framing::Rtu, std::move(line), m_address, this);
