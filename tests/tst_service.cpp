@@ -30,8 +30,8 @@ private slots:
             const char *switches;
             int exitCode;
             const char *output;
-        } rows[] = { { "-version", 0, "TesselServer 1.0" },
-                     { "--version", 0, "TesselServer 1.0" },
+        } rows[] = { { "-version", 0, "kx300-example 1.0" },
+                     { "--version", 0, "kx300-example 1.0" },
                      { "-help", 0, "-uninstall" },
                      { "--help", 0, "-uninstall" },
                      { "-h", 0, "-uninstall" },
@@ -39,11 +39,12 @@ private slots:
                      { "---help", 2, "unknown switch \"---help\"" },
                      { "-pause --resume", 2, "too many" },
                      { "-command", 2, "needs a number" },
-                     { "-command x", 2, "needs a number" },
+                     { "-command 2147483648", 2,
+                       "is no whole number from -2147483648 to 2147483647" },
                      { "", 1, "not supported" }, // starts it
                      { "-- slow", 1, "takes no arguments" },
                      { "-terminate", 1, "not supported" },
-                     { "-install", 0, "TesselServer.service\nRemark: no service manager" },
+                     { "-install", 0, "kx300-example.service\nRemark: no service manager" },
                      { "-install root", 1, "cannot have" }, // a user's service
                      { "-uninstall", 0, "is removed.\nRemark: no service manager" },
                      { "-uninstall", 1, "not installed" } };
@@ -80,7 +81,7 @@ private slots:
             "a=$(cat argument); LC_ALL=C exec \"$0\" -user -install -- \"${a%E}\"";
         QCOMPARE(QProcess::execute("/bin/sh", { "-c", script, EXAMPLE_SERVICE }), exitCode);
         const QByteArray unit =
-            fileContents(unitDirectory(ServiceScope::User) + "/TesselServer.service");
+            fileContents(unitDirectory(ServiceScope::User) + "/kx300-example.service");
         QCOMPARE(unit.contains("caf\xc3\xa9"), exitCode == 0);
         QCOMPARE(unit.isEmpty(), exitCode != 0);
     }
@@ -89,7 +90,7 @@ private slots:
     {
         const QString directory = unitDirectory(ServiceScope::User);
         QVERIFY(QDir().mkpath(directory));
-        QCOMPARE(::mkfifo(qPrintable(directory + "/TesselServer.service"), 0600), 0);
+        QCOMPARE(::mkfifo(qPrintable(directory + "/kx300-example.service"), 0600), 0);
         for (const char *command : { "-install", "-uninstall" })
             QCOMPARE(ExampleProgram(words(command)).exitCode(), 1);
     }
@@ -99,10 +100,10 @@ private slots:
         QCOMPARE(ExampleProgram(words("-install")).exitCode(), 0);
         const QString wants = unitDirectory(ServiceScope::User) + "/default.target.wants/";
         QVERIFY(QDir().mkpath(wants));
-        for (const char *unit : { "TesselServer.service", "Other.service" })
+        for (const char *unit : { "kx300-example.service", "Other.service" })
             QVERIFY(QFile::link(QString("../%1").arg(unit), wants + unit));
         QCOMPARE(ExampleProgram(words("-uninstall")).exitCode(), 0);
-        QVERIFY(!QFileInfo(wants + "TesselServer.service").isSymLink());
+        QVERIFY(!QFileInfo(wants + "kx300-example.service").isSymLink());
         QVERIFY(QFileInfo(wants + "Other.service").isSymLink());
     }
 
@@ -207,7 +208,7 @@ private slots:
         QVERIFY(shell.waitForFinished());
         QCOMPARE(shell.exitCode(), 3);
         QCOMPARE(shell.readAllStandardError(),
-                 QByteArray("<6>start fail\n<3>TesselServer did not start.\n"));
+                 QByteArray("<6>start fail\n<3>kx300-example did not start.\n"));
     }
 
     void othersUnitFileIsLeftAlone()

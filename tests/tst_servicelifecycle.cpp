@@ -128,7 +128,7 @@ private:
             { "-pause",
               { ServiceAction::Pause },
               false,
-              "The service \"TesselServer\" does not listen to requests." },
+              "The service \"kx300-example\" does not listen to requests." },
             { "-terminate", { ServiceAction::Stop }, true, "unchanged" },
             { "", { ServiceAction::Start }, true, "" },
             { "", { ServiceAction::Start }, true, "unchanged" },
@@ -139,7 +139,8 @@ private:
             { "-command -1",
               { ServiceAction::Command, -1 },
               false,
-              "The request to the service \"TesselServer\" failed: it does not know this command" },
+              "The request to the service \"kx300-example\" failed: it does not know this "
+              "command" },
             { "-terminate", { ServiceAction::Stop }, true, "" },
         };
         for (const Step &step : steps) {

@@ -11,7 +11,7 @@ inline QStringList words(const char *line)
 }
 
 /** The service that all tests control. */
-const QString serviceName = QStringLiteral("TesselServer");
+const QString serviceName = QStringLiteral("kx300-example");
 
 /** One run of the example service, for the user's manager; killed at the end if need be. */
 class ExampleProgram

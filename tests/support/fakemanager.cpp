@@ -82,7 +82,8 @@ private:
     QString pathOf(const QString &unitName)
     {
         const QString name = unitName.section('.', 0, 0);
-        const QString path = QString(managerPath) + "/unit/" + name;
+        // As the real one escapes what an object path may not hold.
+        const QString path = QString(managerPath) + "/unit/" + QString(name).replace("-", "_2d");
         const auto row = std::find_if(
             std::begin(manners), std::end(manners) - 1,
             [&name](const MannerRow &manner) { return name == QLatin1String(manner.name); });

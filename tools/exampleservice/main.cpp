@@ -13,7 +13,7 @@ QString nameIn(int argc, char **argv)
         if (word.startsWith(option))
             return word.mid(option.size());
     }
-    return QStringLiteral("TesselServer");
+    return QStringLiteral("kx300-example");
 }
 
 } // namespace
