@@ -22,10 +22,11 @@ if(TAVO_SANITIZE MATCHES thread)
 endif()
 
 # Gives an executable the run path from which the driver is found by its bare name: only
-# DT_RPATH (not DT_RUNPATH) is searched for libraries that Qt's loader opens.
+# DT_RPATH (not DT_RUNPATH) is searched for libraries that Qt's loader opens. Once installed, the
+# device's driver comes first; without one, the sample driver serves the simulated UPS.
 function(tavo_driver_run_path target)
   target_link_options(${target} PRIVATE LINKER:--disable-new-dtags)
   set_target_properties(${target} PROPERTIES
     BUILD_RPATH "$ORIGIN/../lib"
-    INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}/tesselview/drivers")
+    INSTALL_RPATH "$ORIGIN/../${KX300_DRIVER_DIR}:$ORIGIN/../${KX300_SAMPLE_DRIVER_DIR}")
 endfunction()

@@ -3,9 +3,11 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QStringList>
 
 #include <dlfcn.h>
+#include <link.h>
 #include <vector>
 
 namespace {
@@ -32,11 +34,25 @@ QStringList searchedDirectories()
     return directories;
 }
 
+/** An installed program takes the sample driver where the device's is missing: no real device
+ *  understands it. */
+void tellOfSample(void *driver)
+{
+    link_map *map = nullptr;
+    if (::dlinfo(driver, RTLD_DI_LINKMAP, &map) != 0)
+        return;
+    const QFileInfo file(QDir::cleanPath(QFile::decodeName(map->l_name)));
+    if (file.dir().dirName() == QLatin1String(DEVHOST_SAMPLE_FOLDER))
+        qWarning("the sample driver is used, for simulated UPSs only; --driver-dir names the "
+                 "directory of a device's driver");
+}
+
 } // namespace
 
 Outcome checkDriver()
 {
     if (void *loaded = ::dlopen(driverName, RTLD_LAZY | RTLD_NOLOAD)) {
+        tellOfSample(loaded);
         ::dlclose(loaded);
         return {};
     }
