@@ -35,74 +35,47 @@ private slots:
         };
         const QStringList device { "--device", serialDevice };
         const QString good = qEnvironmentVariable("PLUGIN");
+        const auto one = [](const char *spec) { return QStringList { "--device", spec }; };
         const auto plugin = [&](const QString &file, const QStringList &more = {}) {
             return QStringList { "--plugin", file } + device + more;
         };
+        // clang-format off
         row("no such file", plugin("/nowhere.so"), 3, "/nowhere.so refused: there is no such file");
         row("no plug-in", plugin("/proc/self/exe"), 3, "it is not a plug-in");
-        row("interface", plugin(fixture("wrongiid")), 3,
-            "\"com.example.Other\", not \"com.orva.Qt.ProInterface\"");
-        row("class", plugin(fixture("wrongclass")), 3,
-            "its class is \"otherClient\", not \"tavoClient\"");
+        row("interface", plugin(fixture("wrongiid")), 3, "\"com.example.Other\", not \"com.orva.Qt.ProInterface\"");
+        row("class", plugin(fixture("wrongclass")), 3, "its class is \"otherClient\", not \"tavoClient\"");
         row("unresolved symbol", plugin(fixture("unresolved")), 3, "symbolThatNobodyDefines");
-        row("missing library", plugin(fixture("missing")), 3,
-            "libdevhost_nowhere.so: cannot open shared object file");
+        row("missing library", plugin(fixture("missing")), 3, "libdevhost_nowhere.so: cannot open shared object file");
         row("same name twice", device + device, 2, "two devices are named \"s\"");
-        row("address 0", QStringList { "--device", "name=a,port=p,addr=0" }, 2,
-            "--device name=a,port=p,addr=0: addr=0 is not usable: it takes a unit from 1 to 247");
-        row("unit 250", QStringList { "--device", "name=a,tcp=h,addr=250" }, 2,
-            "addr=250 is not usable: it takes a unit from 1 to 247, over TCP also 0 and 255");
-        row("one name in the files",
-            QStringList { "--device", "name=a/b,port=p", "--device", "name=/a//b,port=q" }, 2,
-            "\"a/b\" and \"/a//b\" are one name");
-        row("rate that no line has",
-            QStringList { "--device", "name=a,port=p,settings=14400,n,8,1" }, 2,
-            "settings=14400,n,8,1 is not usable: it takes RATE,PARITY,DATA,STOP such as "
-            "9600,n,8,1; rate 50 75");
-        row("settings cut short", QStringList { "--device", "name=a,port=p,settings=9600,n,8" }, 2,
-            "is not usable");
-        row("timeout", QStringList { "--device", "name=a,port=p,timeout=25501" }, 2,
-            "timeout=25501 is not usable: it takes milliseconds from 1 to 25500");
-        row("peer", QStringList { "--device", "name=a,tcp=h:70000" }, 2,
-            "tcp=h:70000 is not usable: it takes HOST, HOST:PORT");
-        row("interval", device + QStringList { "--interval", "0" }, 2,
-            "--interval: \"0\" is no number from 1 to 86400");
-        row("overflow", device + QStringList { "--retries", "99999999999" }, 2,
-            "--retries: \"99999999999\" is no number from 1 to 1000");
-        row("two settings of a port",
-            QStringList { "--device", "name=a,port=p,settings=9600,n,8,1", "--device",
-                          "name=b,port=p,settings=2400,n,8,1" },
-            2, "a and b ask for different settings of p");
+        row("address 0", one("name=a,port=p,addr=0"), 2, "--device name=a,port=p,addr=0: addr=0 is not usable: it takes a unit from 1 to 247");
+        row("unit 250", one("name=a,tcp=h,addr=250"), 2, "addr=250 is not usable: it takes a unit from 1 to 247, over TCP also 0 and 255");
+        row("one name in the files", QStringList { "--device", "name=a/b,port=p", "--device", "name=/a//b,port=q" }, 2, "\"a/b\" and \"/a//b\" are one name");
+        row("rate that no line has", one("name=a,port=p,settings=14400,n,8,1"), 2, "settings=14400,n,8,1 is not usable: it takes RATE,PARITY,DATA,STOP such as 9600,n,8,1; rate 50 75");
+        row("settings cut short", one("name=a,port=p,settings=9600,n,8"), 2, "is not usable");
+        row("timeout", one("name=a,port=p,timeout=25501"), 2, "timeout=25501 is not usable: it takes milliseconds from 1 to 25500");
+        row("peer", one("name=a,tcp=h:70000"), 2, "tcp=h:70000 is not usable: it takes HOST, HOST:PORT");
+        row("interval", device + QStringList { "--interval", "0" }, 2, "--interval: \"0\" is no number from 1 to 86400");
+        row("overflow", device + QStringList { "--retries", "99999999999" }, 2, "--retries: \"99999999999\" is no number from 1 to 1000");
+        row("two settings of a port", QStringList { "--device", "name=a,port=p,settings=9600,n,8,1", "--device", "name=b,port=p,settings=2400,n,8,1" }, 2, "a and b ask for different settings of p");
         row("no device", plugin(good).mid(0, 2), 2, "give at least one --device");
         row("Qt's -plugin", QStringList { "-plugin", good } + device, 2, "is Qt's own option");
-        row("command", plugin(good, { "--send", "nobody 1" }), 2,
-            "\"nobody 1\": no device of that name; there is s");
-        row("driver directory", plugin(good, { "--driver-dir", "/nowhere" }), 5,
-            "--driver-dir: there is no directory /nowhere");
-        row("no driver", plugin(good, { "--driver-dir", "/dev" }), 5,
-            "--driver-dir: there is no driver in /dev, such as libkx300_g4_6-20k.so");
-        row("log with other columns", plugin(good, { "--data-log", good }), 9,
-            "holds other columns");
+        row("command", plugin(good, { "--send", "nobody 1" }), 2, "\"nobody 1\": no device of that name; there is s");
+        row("driver directory", plugin(good, { "--driver-dir", "/nowhere" }), 5, "--driver-dir: there is no directory /nowhere");
+        row("no driver", plugin(good, { "--driver-dir", "/dev" }), 5, "--driver-dir: there is no driver in /dev, such as libkx300_g4_6-20k.so");
+        row("log with other columns", plugin(good, { "--data-log", good }), 9, "holds other columns");
         row("unknown command", plugin(good, { "--send", "s 4711" }), 2, "4711 is no command");
-        row("FIFO without a reader", plugin(good, { "--event-log", "fifo" }), 9,
-            "nobody reads from it");
+        row("FIFO without a reader", plugin(good, { "--event-log", "fifo" }), 9, "nobody reads from it");
         const QStringList upssim { "upssim", "--tcp" };
         row("simulator's line", upssim.mid(0, 1), 1, "give --tcp, --pty or both");
-        row("simulator's port", upssim + QStringList { "127.0.0.1:65536" }, 1,
-            "--tcp: \"127.0.0.1:65536\" is no address with a port from 0 to 65535");
-        row("simulator's link", QStringList { "upssim", "--pty", "/proc/self/exe/x" }, 1,
-            "cannot make the link /proc/self/exe/x: Not a directory");
-        row("simulator's host", upssim + QStringList { "192.0.2.1:1" }, 1,
-            "cannot listen on 192.0.2.1:1: ");
-        row("simulator's address", upssim + QStringList { ":0", "--address", "248" }, 1,
-            "--address: \"248\" is no whole number from 1 to 247");
-        row("simulator's seed", upssim + QStringList { ":0", "--seed", "4294967296" }, 1,
-            "--seed: \"4294967296\" is no whole number from 0 to 4294967295");
-        row("simulator's script", upssim + QStringList { ":0", "--script", "/nowhere" }, 1,
-            "/nowhere: No such file");
-        row("simulator's scenario", upssim + QStringList { ":0", "--scenario", "x" }, 1,
-            "overload");
+        row("simulator's port", upssim + QStringList { "127.0.0.1:65536" }, 1, "--tcp: \"127.0.0.1:65536\" is no address with a port from 0 to 65535");
+        row("simulator's link", QStringList { "upssim", "--pty", "/proc/self/exe/x" }, 1, "cannot make the link /proc/self/exe/x: Not a directory");
+        row("simulator's host", upssim + QStringList { "192.0.2.1:1" }, 1, "cannot listen on 192.0.2.1:1: ");
+        row("simulator's address", upssim + QStringList { ":0", "--address", "248" }, 1, "--address: \"248\" is no whole number from 1 to 247");
+        row("simulator's seed", upssim + QStringList { ":0", "--seed", "4294967296" }, 1, "--seed: \"4294967296\" is no whole number from 0 to 4294967295");
+        row("simulator's script", upssim + QStringList { ":0", "--script", "/nowhere" }, 1, "/nowhere: No such file");
+        row("simulator's scenario", upssim + QStringList { ":0", "--scenario", "x" }, 1, "overload");
         row("full disk", plugin(good, { "--event-log", "/dev/full" }), 9, "/dev/full");
+        // clang-format on
     }
 
     void refusals()
@@ -195,14 +168,21 @@ private slots:
         QVERIFY(QDir().mkpath("inst/bin"));
         QVERIFY(QFile::copy(qEnvironmentVariable("DEVHOST"), "inst/bin/kx300-devhost"));
         QVERIFY(writeFile("inst/precious", "1"));
+        QVERIFY(QDir().mkpath("inst/bin/upgrade") && writeFile("inst/bin/upgrade/program", "1"));
         qputenv("DEVHOST_RUN_DIRECTORY", QFile::encodeName(path("inst")));
         QProcess host;
         host.start("inst/bin/kx300-devhost",
-                   { "--headless", "--plugin", qEnvironmentVariable("PLUGIN"), "--device",
-                     serialDevice, "--duration", "0.1" });
+                   { "--headless", "--quiet", "--plugin", qEnvironmentVariable("PLUGIN"),
+                     "--device", serialDevice });
         qunsetenv("DEVHOST_RUN_DIRECTORY");
+        const QString process = QStringLiteral("/proc/%1/exe").arg(host.processId());
+        const auto bin = [&] { return QFileInfo(QFile::symLinkTarget(process)).path(); };
+        QTRY_COMPARE_WITH_TIMEOUT(fileContents(bin() + "/KOVA/../upgrade/program"), "1", 20000);
+        const QString run = bin();
+        host.terminate();
         QVERIFY(host.waitForFinished(30000));
         QCOMPARE(host.exitCode(), 0);
+        QVERIFY(!QFile::exists(run) && QFile::exists("inst/bin/upgrade/program"));
         QVERIFY(QFile::exists("inst/bin/kx300-devhost") && QFile::exists("inst/precious"));
         QVERIFY(!QFile::exists("inst/bin/KOVA"));
     }

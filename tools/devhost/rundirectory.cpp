@@ -17,6 +17,7 @@ namespace {
 constexpr char runVariable[] = "DEVHOST_RUN_DIRECTORY";
 constexpr char originVariable[] = "DEVHOST_ORIGIN";
 constexpr char markerName[] = "/process";
+constexpr char upgradeName[] = "/upgrade";
 
 /** What the file beside the copy says: the process that made it, which is the one that runs it. */
 QByteArray marker()
@@ -37,6 +38,13 @@ Outcome writeMarker(const QString &directory)
     return { QStringLiteral("cannot write %1: %2").arg(file.fileName(), file.errorString()) };
 }
 
+Outcome makeLink(const QString &target, const QString &name)
+{
+    if (::symlink(QFile::encodeName(target).constData(), QFile::encodeName(name).constData()) == 0)
+        return {};
+    return { QStringLiteral("cannot link to %1: %2").arg(target, systemError(errno)) };
+}
+
 Outcome populate(const QString &directory, const QFileInfo &original, const QString &libraries)
 {
     const QString bin = directory + QLatin1String("/bin");
@@ -46,9 +54,15 @@ Outcome populate(const QString &directory, const QFileInfo &original, const QStr
     if (!source.copy(bin + QLatin1Char('/') + original.fileName()))
         return { QStringLiteral("cannot copy %1 to %2: %3")
                      .arg(original.filePath(), bin, source.errorString()) };
-    const QByteArray link = QFile::encodeName(directory + QLatin1String("/lib"));
-    if (::symlink(QFile::encodeName(libraries).constData(), link.constData()) != 0)
-        return { QStringLiteral("cannot link to %1: %2").arg(libraries, systemError(errno)) };
+    const Outcome linked = makeLink(libraries, directory + QLatin1String("/lib"));
+    if (!linked.isGood())
+        return linked;
+    const QString upgrade = original.path() + QLatin1String(upgradeName);
+    if (QFileInfo(upgrade).isDir()) {
+        const Outcome made = makeLink(upgrade, bin + QLatin1String(upgradeName));
+        if (!made.isGood())
+            return made;
+    }
     return writeMarker(directory);
 }
 
@@ -58,8 +72,8 @@ void removeOwn(const QString &directory, const QString &program)
     const QString bin = directory + QLatin1String("/bin");
     removeConfiguration(bin);
     for (const QString &file :
-         { bin + QLatin1Char('/') + program, directory + QLatin1String("/lib"),
-           directory + QLatin1String(markerName) })
+         { bin + QLatin1Char('/') + program, bin + QLatin1String(upgradeName),
+           directory + QLatin1String("/lib"), directory + QLatin1String(markerName) })
         QFile::remove(file);
     QDir().rmdir(bin);
     if (!QDir().rmdir(directory))

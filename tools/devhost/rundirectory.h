@@ -13,6 +13,7 @@
  *
  *     <temporary>/devhost-XXXXXX/bin/devhost         the copy; applicationDirPath() is its folder
  *     <temporary>/devhost-XXXXXX/bin/KOVA/...        the configuration files of this run
+ *     <temporary>/devhost-XXXXXX/bin/upgrade         link to the folder beside the original, if any
  *     <temporary>/devhost-XXXXXX/lib                 link to the original's ../lib, or to the
  *                                                    driver's directory: the run path still works
  *     <temporary>/devhost-XXXXXX/process             the id of the process that made it
