@@ -4,7 +4,7 @@ include(CMakePackageConfigHelpers)
 configure_package_config_file(cmake/Kx300ClientConfig.cmake.in
   ${CMAKE_CURRENT_BINARY_DIR}/Kx300ClientConfig.cmake
   INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/Kx300Client
-  PATH_VARS KX300_PLUGIN_DIR)
+  PATH_VARS KX300_PLUGIN_DIR KX300_DRIVER_DIR)
 write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/Kx300ClientConfigVersion.cmake
   COMPATIBILITY SameMajorVersion)
 install(FILES

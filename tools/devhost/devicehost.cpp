@@ -89,7 +89,7 @@ void DeviceHost::checkDriverOnce()
     // The plug-in loads it with its first client, and says nothing when --quiet is on.
     if (std::exchange(m_isDriverChecked, true))
         return;
-    m_driverFault = checkDriver().error;
+    m_driverFault = checkDriver(m_options.plugin).error;
     if (!m_driverFault.isEmpty())
         qWarning("%s", qUtf8Printable(m_driverFault));
 }

@@ -12,7 +12,18 @@
 
 namespace {
 
-constexpr char driverName[] = "libkx300_g4_6-20k.so";
+constexpr char standardDriver[] = "libkx300_g4_6-20k.so";
+
+/** Empty when the plug-in's name does not tell. */
+QByteArray driverOf(const QString &plugin)
+{
+    if (plugin.isEmpty())
+        return standardDriver;
+    const QLatin1String ending("_Client.so");
+    const QString file = QFileInfo(plugin).fileName();
+    return file.endsWith(ending) ? QFile::encodeName(file.chopped(ending.size())) + ".so"
+                                 : QByteArray();
+}
 
 /** The directories that the loader searches for this program, in its order. */
 QStringList searchedDirectories()
@@ -49,16 +60,20 @@ void tellOfSample(void *driver)
 
 } // namespace
 
-Outcome checkDriver()
+Outcome checkDriver(const QString &plugin)
 {
-    if (void *loaded = ::dlopen(driverName, RTLD_LAZY | RTLD_NOLOAD)) {
+    const QByteArray driverName = driverOf(plugin);
+    if (driverName.isEmpty())
+        return {};
+    if (void *loaded = ::dlopen(driverName.constData(), RTLD_LAZY | RTLD_NOLOAD)) {
         tellOfSample(loaded);
         ::dlclose(loaded);
         return {};
     }
     // Once more, for the loader's reason.
-    QString cause = QStringLiteral("the plug-in did not load %1").arg(QLatin1String(driverName));
-    if (void *loaded = ::dlopen(driverName, RTLD_LAZY))
+    QString cause =
+        QStringLiteral("the plug-in did not load %1").arg(QFile::decodeName(driverName));
+    if (void *loaded = ::dlopen(driverName.constData(), RTLD_LAZY))
         ::dlclose(loaded);
     else
         cause = QString::fromLocal8Bit(::dlerror());
