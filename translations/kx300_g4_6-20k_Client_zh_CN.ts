@@ -724,6 +724,10 @@
         <source>The service did not get to the end of its stop: it had to be killed, or crashed.</source>
         <translation>服务未能完成停止过程：它被强制终止或已崩溃。</translation>
     </message>
+    <message>
+        <source>&quot;%1&quot;: &quot;%2&quot; is no whole number from %3 to %4</source>
+        <translation>“%1”：“%2”不是 %3 到 %4 之间的整数</translation>
+    </message>
 </context>
 <context>
     <name>StateBanner</name>
