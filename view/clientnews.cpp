@@ -1,6 +1,7 @@
 #include "clientnews.h"
 
 #include <QMutexLocker>
+#include <QThread>
 
 #include <utility>
 
@@ -51,27 +52,28 @@ void ClientNews::tell(const CommandAnswer &answer)
 {
     // A host may hand a request on while the view still posts it, and has not looked at it itself.
     const bool isEarly = answer.kind == CommandAnswer::Kind::Taken;
-    keep(m_answers, answer, isEarly ? Qt::QueuedConnection : Qt::AutoConnection);
+    keep(m_answers, answer, !isEarly && thread() == QThread::currentThread());
 }
 
 void ClientNews::tell(const HistoryOutcome &outcome)
 {
-    keep(m_outcomes, outcome, Qt::AutoConnection);
+    keep(m_outcomes, outcome, thread() == QThread::currentThread());
 }
 
 // The thread of a host without an event loop never takes what waits for it.
 template <typename News>
-void ClientNews::keep(QVector<News> &waiting, const News &news, Qt::ConnectionType connection)
+void ClientNews::keep(QVector<News> &waiting, const News &news, bool isAtOnce)
 {
     {
         const QMutexLocker lock(&m_mutex);
         waiting.append(news);
         if (waiting.size() > mostWaiting)
             waiting.removeFirst();
-        if (std::exchange(m_isCalled, true))
+        if (!isAtOnce && std::exchange(m_isCalled, true))
             return;
     }
-    QMetaObject::invokeMethod(this, &ClientNews::deliver, connection);
+    QMetaObject::invokeMethod(this, &ClientNews::deliver,
+                              isAtOnce ? Qt::DirectConnection : Qt::QueuedConnection);
 }
 
 void ClientNews::deliver()

@@ -63,8 +63,7 @@ signals:
     void historyExported(const HistoryOutcome &outcome);
 
 private:
-    template <typename News>
-    void keep(QVector<News> &waiting, const News &news, Qt::ConnectionType connection);
+    template <typename News> void keep(QVector<News> &waiting, const News &news, bool isAtOnce);
     void deliver();
 
     mutable QMutex m_mutex;
