@@ -218,18 +218,9 @@ private slots:
         QVERIFY2(host.waitForEvents(name, 1041), qPrintable(host.errors()));
         QVERIFY(host.waitForEvents(name, 2001, 2));
         // Failed cycles report what the last good one read: its report and those of the failed cycles
-        // before the loss are the same, and the simulator's values never stand still that long.
-        int same = 0;
-        QJsonValue data;
-        for (const QJsonObject &event : host.objects()) {
-            if (event["type"] == 1041)
-                break;
-            if (event["type"] != 2007)
-                continue;
-            same = event["data"] == data ? same + 1 : 1;
-            data = event["data"];
-        }
-        QCOMPARE(same, retries);
+        // before the loss are the same, and the simulator's values seldom stand still for a cycle.
+        const int same = sameBeforeTheLoss(host);
+        QVERIFY2(same == retries || same == retries + 1, qPrintable(QString::number(same)));
         QCOMPARE(host.events(name, 1041).first()["lost"].toInt(), 1);
 
         QVERIFY2(simulator.start({ "--tcp", peer }), qPrintable(simulator.message()));
@@ -320,6 +311,21 @@ private slots:
     }
 
 private:
+    static int sameBeforeTheLoss(HostProcess &host)
+    {
+        int same = 0;
+        QJsonValue data;
+        for (const QJsonObject &event : host.objects()) {
+            if (event["type"] == 1041)
+                break;
+            if (event["type"] != 2007)
+                continue;
+            same = event["data"] == data ? same + 1 : 1;
+            data = event["data"];
+        }
+        return same;
+    }
+
     QString deviceOption(const UpsSimProcess &simulator, bool tcp) const
     {
         return tcp

@@ -243,6 +243,7 @@ private slots:
 
     void hiddenCostsNothing()
     {
+        QVERIFY(Energyline().findChild<QTimer *>()->isActive()); // until it sees that it is hidden
         const auto *timer = m_line->findChild<QTimer *>();
         QTRY_VERIFY(!timer->isActive()); // never shown
         PaintCounter counter;

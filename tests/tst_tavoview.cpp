@@ -123,6 +123,7 @@ private slots:
         QCOMPARE(line->tone(), NoteLine::Tone::Alarm);
         QVERIFY(line->text().startsWith("Unknown \u2013 No communication"));
         QVERIFY(table->font().italic());
+        QCOMPARE(table->item(0, 0)->foreground(), table->item(0, 1)->foreground());
         m_view->flushUpsInfo("state", 0);
         m_view->flushData({});
         QVERIFY(table->rowCount() == 0 && !note->isHidden() && !table->font().italic());

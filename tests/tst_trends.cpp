@@ -142,6 +142,7 @@ private slots:
         panel.show();
         QVERIFY(QTest::qWaitForWindowExposed(&panel));
         const QImage before = panel.grab().toImage();
+        QVERIFY(countBlue(before) < before.width() / 10); // a curve, no area
         m_store->take(report(90, 5), 30000);
         panel.refresh(); // too soon
         QCOMPARE(panel.span(), TrendSpan::TenMinutes);
@@ -175,6 +176,16 @@ private slots:
     }
 
 private:
+    static int countBlue(const QImage &image)
+    {
+        int count = 0;
+        for (int x = 0; x < image.width(); ++x) {
+            const QColor color = image.pixelColor(x, image.height() / 2);
+            count += color.blue() > 190 && color.red() < 60;
+        }
+        return count;
+    }
+
     static QRectF area() { return { 0, 0, 900, 118 }; }
     const TrendBuffer &minutes() const { return m_store->buffer(TrendSpan::TenMinutes); }
     TrendRange range(int step) const { return minutes().range(loadTrend, step); }

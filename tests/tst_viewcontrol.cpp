@@ -98,6 +98,7 @@ private slots:
             dialog->reject();
         }
         QVERIFY(keys({ Qt::Key_PageDown }) > 3);
+        QVERIFY(table->visualItemRect(table->item(1, 0)).top() >= 0); // still in sight
         QCOMPARE(keys({ Qt::Key_PageUp, Qt::Key_PageUp, Qt::Key_PageUp }), 0);
         QCOMPARE(keys({ Qt::Key_Right }), 0);
         QCOMPARE(child<QWidget>("configStack")->findChild<QTabWidget *>()->currentIndex(), 1);
