@@ -27,10 +27,12 @@ int setting(const char *name, int standard)
     return ok ? value : standard;
 }
 
+// Without the files' pages, which the system takes and gives as it likes.
 int residentKiB()
 {
     const QList<QByteArray> fields = fileContents("/proc/self/statm").split(' ');
-    return int(fields.value(1).toLongLong() * ::sysconf(_SC_PAGESIZE) / 1024);
+    const qlonglong own = fields.value(1).toLongLong() - fields.value(2).toLongLong();
+    return int(own * ::sysconf(_SC_PAGESIZE) / 1024);
 }
 
 /** A simulated UPS and what was done to it. */
