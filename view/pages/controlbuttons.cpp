@@ -18,14 +18,15 @@ constexpr int lastButtonColumn = 4; // column 0 holds the titles
 constexpr int buttonHeight = 32;
 constexpr int buttonAir = 20; // as far as the page is wide
 
-// %1: the red of an alarm on the ground at hand
+// %1: the red of an alarm on the ground at hand, %2: the grey of what cannot be pressed
 const char *const outlineStyle =
     "QPushButton { border: 2px solid %1; border-radius: 4px; padding: 4px 2px;"
     " background: transparent; color: palette(window-text); }"
     "QPushButton:hover, QPushButton:focus { background: rgba(179, 38, 30, 40); }"
     "QPushButton:focus { border-style: dashed; }"
     "QPushButton:pressed { background: rgba(179, 38, 30, 90); }"
-    "QPushButton:disabled { border: 1px solid gray; color: gray; }";
+    "QPushButton:disabled { border: 1px solid rgba(128, 128, 128, 130); color: %2;"
+    " background: rgba(128, 128, 128, 30); }"; // as flat as the others
 
 /** Keeps the outline of a button in sight on light and dark desktops. */
 class RiskOutline : public QObject
@@ -54,7 +55,8 @@ private:
         const QWidget *page = m_button.parentWidget(); // whose palette no style sheet has changed
         const QColor ground = pageGround(page ? page->palette() : QApplication::palette());
         const QString style = QString::fromLatin1(outlineStyle)
-                                  .arg(toneColor(Tone::Alarm, ground, visibleContrast).name());
+                                  .arg(toneColor(Tone::Alarm, ground, visibleContrast).name(),
+                                       ground.lightness() < 128 ? "#A8AAB2" : "gray");
         if (style != m_button.styleSheet())
             m_button.setStyleSheet(style);
     }
