@@ -1,6 +1,6 @@
 # Updates a copy of the catalogue and fails when that changes it, or when a text is untranslated.
 #   FOLDER  where sources and catalogue lie together; the plug-in's stand apart
-set(folders client family service upgrade view)
+set(folders client family/kx300 service upgrade view)
 if(FOLDER)
   set(folders ${FOLDER})
   file(COPY ${FOLDER}/${CATALOGUE} DESTINATION ${WORK_DIR})

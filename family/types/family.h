@@ -55,7 +55,7 @@ struct Family
     const char *driverLibrary;    ///< bare name, without the platform's suffix
     const char *upgradeProgram;   ///< below the application's folder
     const char *parameterContext; ///< translation context of the parameters' texts
-    int deviceCode;
+    int deviceCode;               ///< the view's m_devCode, for the host
     KnownIds ids;
     Rows<EventRow> events;
     Rows<SpecialFlagRow> specialFlags;

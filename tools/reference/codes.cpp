@@ -139,7 +139,8 @@ const char eventIntroduction[] =
     R"(## Events
 
 Event k is the identifier %1 + k: 1 when it is present, 0 when not; send all of them with each query. A change is told
-to the host as 2006, whose "alarmId" is k when the event appears and %2 + k when it goes away; some are told a second time.
+to the host as 2006, whose "alarmId" is k when the event appears and %2 + k, %2 being the number of
+events, when it goes away; some are told a second time.
 The severity is what the view marks an event with; it is not told to the host.
 
 )";
