@@ -3,6 +3,7 @@
 #include "answers/requeststatus.h"
 #include "answers/statuslines.h"
 #include "banner/statebanner.h"
+#include "diagram/energyline.h"
 #include "pages/chipdelegate.h"
 #include "style/notetext.h"
 #include "style/viewcolors.h"
@@ -263,6 +264,8 @@ private slots:
                 QVERIFY2(button->isEnabled() == isUsable, qPrintable(button->objectName()));
             }
             QCOMPARE(child<QTableWidget>("basicTable")->font().italic(), state == 1);
+            const QString note = child<Energyline>()->accessibleDescription();
+            QCOMPARE(note.startsWith("No communication"), state == 1);
         }
         m_view->setUserInfo("guest", 0);
         QVERIFY(lines("ControlTable")->reason().startsWith("Only to look at"));
