@@ -49,8 +49,7 @@ void PollCycle::run()
 // Another program has the device: it gets neither queries nor commands, and is not lost.
 bool PollCycle::isHeldOff()
 {
-    const DeviceSettings settings = m_host.settings();
-    const bool isHeld = LinePause::isOn(deviceLocation(settings));
+    const bool isHeld = isTaken();
     if (isHeld && !m_isHeldOff)
         m_link.dropSocket();
     m_isHeldOff = isHeld;
@@ -59,7 +58,12 @@ bool PollCycle::isHeldOff()
 
 bool PollCycle::hasToTurn() const
 {
-    return LinePause::isOn(deviceLocation(m_host.settings())) != m_isHeldOff;
+    return isTaken() != m_isHeldOff;
+}
+
+bool PollCycle::isTaken() const
+{
+    return LinePause::isOn(deviceLocation(m_host.settings()));
 }
 
 void PollCycle::follow(const DeviceSettings &settings, bool answered, QVariantMap map)

@@ -43,6 +43,7 @@ public:
     CommandRunner &commands() { return m_commands; }
 
 private:
+    bool isTaken() const;
     bool isHeldOff();
     void follow(const DeviceSettings &settings, bool answered, QVariantMap map);
     void postLinkChange(const LinkStep &step, const QVariantMap &map);

@@ -1,5 +1,6 @@
 #include "threadloop.h"
 
+#include "timeleft.h"
 #include "wakeup.h"
 
 #include <QCoreApplication>
@@ -233,8 +234,7 @@ int ThreadLoop::remainingTime(int id)
     const auto found = timer(id);
     if (found == m_timers.end())
         return -1;
-    const auto left = std::chrono::ceil<milliseconds>(found->due - Clock::now());
-    return int(std::max(left, milliseconds(0)).count());
+    return int(std::max(timeLeft(found->due), milliseconds(0)).count());
 }
 
 std::vector<ThreadLoop::Timer>::iterator ThreadLoop::timer(int id)

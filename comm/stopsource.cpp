@@ -1,6 +1,7 @@
 #include "stopsource.h"
 
 #include "exithold.h"
+#include "timeleft.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -66,7 +67,7 @@ StopSource::Wait StopSource::waitFor(int descriptor, short events, milliseconds 
     for (;;) {
         if (currentRequested())
             return Wait::Stopped;
-        const auto left = std::chrono::ceil<milliseconds>(deadline - steady_clock::now());
+        const auto left = timeLeft(deadline);
         const auto next = std::clamp(left, milliseconds(0), wakeable ? milliseconds(60000) : slice);
         const int ready = poll(watched, 2, int(next.count()));
         if (ready < 0 && errno != EINTR)

@@ -2,6 +2,7 @@
 
 #include "latestfaults.h"
 #include "stopsource.h"
+#include "timeleft.h"
 #include "wakeup.h"
 
 #include <cerrno>
@@ -120,7 +121,7 @@ std::error_code systemError(int error)
 
 std::error_code finishConnecting(int descriptor, steady_clock::time_point deadline)
 {
-    const auto left = std::chrono::ceil<milliseconds>(deadline - steady_clock::now());
+    const auto left = timeLeft(deadline);
     switch (StopSource::waitFor(descriptor, POLLOUT, std::max(left, milliseconds(0)))) {
     case StopSource::Wait::Ready:
         break;

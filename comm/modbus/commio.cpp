@@ -3,6 +3,7 @@
 #include "modbus/mbapheader.h"
 #include "modbus/modbusframe.h"
 #include "stopsource.h"
+#include "timeleft.h"
 
 #include <algorithm>
 #include <array>
@@ -57,11 +58,6 @@ int announcedLength(const char *bytes, int count)
 void letQtLook(QAbstractSocket &socket)
 {
     socket.waitForReadyRead(0);
-}
-
-milliseconds timeLeft(steady_clock::time_point deadline)
-{
-    return std::chrono::ceil<milliseconds>(deadline - steady_clock::now());
 }
 
 // 0 when nothing comes in time, or the connection has ended.

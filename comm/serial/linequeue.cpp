@@ -2,6 +2,7 @@
 
 #include "exithold.h"
 #include "stopsource.h"
+#include "timeleft.h"
 
 #include <algorithm>
 #include <condition_variable>
@@ -33,10 +34,7 @@ public:
     }
 
     /** How long to wait before the next look. */
-    milliseconds nextSlice() const
-    {
-        return std::min(slice, std::chrono::ceil<milliseconds>(m_deadline - steady_clock::now()));
-    }
+    milliseconds nextSlice() const { return std::min(slice, timeLeft(m_deadline)); }
 
 private:
     LineQueue::Patience m_patience;

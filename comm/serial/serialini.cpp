@@ -75,12 +75,12 @@ QString takeTimeout(const QString &name, const QString &text, StoredPortSettings
 {
     bool isNumber = false;
     const qlonglong ms = text.toLongLong(&isNumber);
-    const bool fits = isNumber && ms <= std::numeric_limits<int>::max();
-    if (fits && ms >= 0)
+    const bool fits = isNumber && ms >= 0 && ms <= std::numeric_limits<int>::max();
+    if (fits)
         result.timeout = int(ms);
     else if (isNumber && ms > 0)
         result.timeout = longestRead;
-    if (fits && ms >= 0 && ms <= longestRead)
+    if (fits && ms <= longestRead)
         return {};
     // The line counts tenths of a second in a byte, which wraps: intended.
     return QStringLiteral("timeout of %1 is no time: %2 (allowed: 0 to %3 ms), %4 ms stand for it")

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <sys/ioctl.h>
 #include <termios.h>
-#include <utility>
 
 namespace {
 
@@ -29,7 +28,6 @@ int bytesLeft(int descriptor)
 
 void UnsentOutput::noteWritten(int bytes, qint64 baud)
 {
-    m_isWritten = true;
     const auto now = steady_clock::now();
     const auto sentBy = std::max(m_sentBy, now + longestPause) + timeFor(bytes, baud);
     m_sentBy = std::min(sentBy, now + longestSending);
@@ -43,10 +41,11 @@ bool UnsentOutput::isGoingOut(int descriptor) const
 void UnsentOutput::finish(int descriptor)
 {
     // The queue is the terminal's: without bytes of ours in it, what it has is another program's.
-    if (std::exchange(m_isWritten, false) == false)
+    if (m_sentBy == steady_clock::time_point())
         return;
     while (isGoingOut(descriptor)
            && StopSource::waitFor(-1, 0, drainSlice) == StopSource::Wait::TimedOut) { }
+    m_sentBy = {};
     drop(descriptor);
 }
 

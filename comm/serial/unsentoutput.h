@@ -31,6 +31,6 @@ public:
     static std::chrono::milliseconds timeFor(int bytes, qint64 baud);
 
 private:
-    std::chrono::steady_clock::time_point m_sentBy; // by then all is sent, if it can be
-    bool m_isWritten = false;
+    std::chrono::steady_clock::time_point
+        m_sentBy; // by then all is sent, if it can be; none without
 };
