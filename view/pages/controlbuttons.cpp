@@ -18,17 +18,16 @@ constexpr int lastButtonColumn = 4; // column 0 holds the titles
 constexpr int buttonHeight = 32;
 constexpr int buttonAir = 20; // as far as the page is wide
 
-// %1: the red of an alarm on the ground at hand, %2: the grey of what cannot be pressed
+// %1: the red of an alarm on the ground at hand
 const char *const outlineStyle =
     "QPushButton { border: 2px solid %1; border-radius: 4px; padding: 4px 2px;"
     " background: transparent; color: palette(window-text); }"
     "QPushButton:hover, QPushButton:focus { background: rgba(179, 38, 30, 40); }"
     "QPushButton:focus { border-style: dashed; }"
-    "QPushButton:pressed { background: rgba(179, 38, 30, 90); }"
-    "QPushButton:disabled { border: 1px solid rgba(128, 128, 128, 130); color: %2;"
-    " background: rgba(128, 128, 128, 30); }"; // as flat as the others
+    "QPushButton:pressed { background: rgba(179, 38, 30, 90); }";
 
-/** Keeps the outline of a button in sight on light and dark desktops. */
+/** Keeps the outline of a button in sight on light and dark desktops. What cannot be pressed is no
+ *  risk, and looks like all others. */
 class RiskOutline : public QObject
 {
 public:
@@ -42,9 +41,10 @@ public:
 
     bool eventFilter(QObject *watched, QEvent *event) override
     {
-        const bool isNewGround =
-            event->type() == QEvent::Show || event->type() == QEvent::ApplicationPaletteChange;
-        if (isNewGround)
+        const bool isNewLook = event->type() == QEvent::Show
+            || event->type() == QEvent::ApplicationPaletteChange
+            || event->type() == QEvent::EnabledChange;
+        if (isNewLook)
             QTimer::singleShot(0, this, [this] { draw(); }); // the page's own may come later
         return QObject::eventFilter(watched, event);
     }
@@ -54,9 +54,10 @@ private:
     {
         const QWidget *page = m_button.parentWidget(); // whose palette no style sheet has changed
         const QColor ground = pageGround(page ? page->palette() : QApplication::palette());
-        const QString style = QString::fromLatin1(outlineStyle)
-                                  .arg(toneColor(Tone::Alarm, ground, visibleContrast).name(),
-                                       ground.lightness() < 128 ? "#A8AAB2" : "gray");
+        const QColor outline = toneColor(Tone::Alarm, ground, visibleContrast);
+        const QString style = m_button.isEnabled()
+            ? QString::fromLatin1(outlineStyle).arg(outline.name())
+            : QString();
         if (style != m_button.styleSheet())
             m_button.setStyleSheet(style);
     }
