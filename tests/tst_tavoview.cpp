@@ -2,6 +2,7 @@
 #include "dialogs/dialog.h"
 #include "modalanswer.h"
 #include "style/noteline.h"
+#include "style/notetext.h"
 #include "viewtest.h"
 
 #include <QGridLayout>
@@ -11,6 +12,7 @@
 #include <QTableWidget>
 #include <QToolButton>
 
+#include <algorithm>
 #include <memory>
 
 class tst_TavoView : public ViewTest
@@ -229,10 +231,25 @@ private slots:
         QVERIFY(isReadable(child<QLabel>("PanalBodyKeyValue")));
         // What stands on a tab's own ground, which is lighter than the window's.
         tabs()->setCurrentIndex(tavoView::ControlTab);
+        auto *button = child<QPushButton>("power_off");
+        const auto notes = child<QWidget>("ControlTable")->findChildren<NoteText *>();
+        const auto isHinted = [&notes] {
+            return std::any_of(notes.begin(), notes.end(), [](const NoteText *note) {
+                return note->isVisible() && note->text().startsWith("Double-click");
+            });
+        };
+        QVERIFY(isHinted());
         m_view->flushUpsInfo("state", 1);
+        QCoreApplication::processEvents();
+        QVERIFY(!isHinted()); // nothing can be sent
+        // What cannot be pressed looks alike, outlined or not.
+        const QImage lost = m_view->grab().toImage();
+        const auto groundOf = [&](const QWidget *widget) {
+            return lost.pixelColor(widget->mapTo(m_view.get(), QPoint(8, 8))).lightness();
+        };
+        QCOMPARE(groundOf(button), groundOf(child<QPushButton>("power_on")));
         m_view->flushUpsInfo("state", 0);
         QCoreApplication::processEvents();
-        auto *button = child<QPushButton>("power_off");
         const QImage page = m_view->grab().toImage();
         const QPoint corner = button->mapTo(m_view.get(), QPoint(0, 16));
         const QColor ground = page.pixelColor(corner - QPoint(2, 0));

@@ -78,6 +78,7 @@ void tavoView::showStale()
     showAlarms();
     setLinked(*m_controlPage, m_family.commands, !m_link.isLost());
     setLinked(*m_maintenancePage, m_family.commands, !m_link.isLost());
+    m_controlPage->setLinked(!m_link.isLost());
     m_settings->setStale(m_link.isLost());
     m_editor->setObstacle(m_link.text(QDate::currentDate()));
     showReason();

@@ -43,10 +43,21 @@ ControlPage::ControlPage(Rows<CommandRow> commands, QWidget *settings, QObject *
     contents->installEventFilter(this);
 }
 
+void ControlPage::setLinked(bool isLinked)
+{
+    m_isLinked = isLinked;
+    showHint();
+}
+
+void ControlPage::showHint()
+{
+    m_hint->setVisible(isEnabled() && m_isLinked);
+}
+
 void ControlPage::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::EnabledChange && m_hint)
-        m_hint->setVisible(isEnabled());
+        showHint();
     QScrollArea::changeEvent(event);
 }
 

@@ -24,6 +24,8 @@ public:
                 const char *clicked, QWidget *parent = nullptr);
 
     StatusLines &status() { return *m_status; }
+    /** Settings are not offered to be changed while nothing can be sent. */
+    void setLinked(bool isLinked);
 
 protected:
     /** A user who may only look gets no hints, ... */
@@ -32,6 +34,9 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    void showHint();
+
+    bool m_isLinked = true;
     StatusLines *m_status = nullptr;
     NoteText *m_hint = nullptr;
 };
