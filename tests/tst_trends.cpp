@@ -54,6 +54,8 @@ private slots:
 
     void whatIsNotKnownIsAGap()
     {
+        const TrendScene empty = trendScene(*m_store, TrendSpan::TenMinutes, area(), 15);
+        QVERIFY(!empty.plots[inputTrend].axis.isKnown);
         m_store->take(report(50), 0);
         m_store->loseSight(10000);
         QVERIFY(!m_store->latest());
@@ -118,8 +120,10 @@ private slots:
                     QVERIFY(!other.adjusted(0.01, 0.01, -0.01, -0.01).intersects(place));
                 taken.append(place);
             }
-            for (const QPolygonF &run : plot.runs)
+            for (const QPolygonF &run : plot.runs) {
                 QVERIFY(plot.frame.contains(run.first()) && plot.frame.contains(run.last()));
+                QVERIFY(run.boundingRect().top() > plot.frame.top() + 8); // no mark covers it
+            }
         }
         QVERIFY(scene.timeLine(scene.plots.size() - 1).bottom() <= whole.bottom() + 0.01);
         QVERIFY(scene.plots[loadTrend].axis.most >= 120); // more than its row asks for

@@ -294,9 +294,12 @@ void TrendPanel::drawTexts(QPainter &painter, int trend) const
     painter.setFont(small);
     painter.setPen(ViewColors::secondaryText);
     const QRectF inside = plot.frame.adjusted(3, 3, -3, -1);
-    painter.drawText(inside, Qt::AlignLeft | Qt::AlignTop, QString::number(qRound(plot.axis.most)));
-    painter.drawText(inside, Qt::AlignLeft | Qt::AlignBottom,
-                     QString::number(qRound(plot.axis.least)));
+    if (plot.axis.isKnown) {
+        painter.drawText(inside, Qt::AlignLeft | Qt::AlignTop,
+                         QString::number(qRound(plot.axis.most)));
+        painter.drawText(inside, Qt::AlignLeft | Qt::AlignBottom,
+                         QString::number(qRound(plot.axis.least)));
+    }
     if (!m_scene.isRow && trend + 1 < m_scene.plots.size())
         return;
     const QRectF times = m_scene.timeLine(trend);

@@ -5,10 +5,11 @@
 
 namespace {
 
-constexpr int gap = 16;      // between plots that stand beside each other
-constexpr int lineGap = 4;   // between plots that stand above each other
-constexpr double air = 0.05; // of the axis, above and below what it must hold
-constexpr double inset = 4;  // of the axis in its frame: a value at its end is seen
+constexpr int gap = 16;         // between plots that stand beside each other
+constexpr int lineGap = 4;      // between plots that stand above each other
+constexpr double air = 0.05;    // of the axis, above and below what it must hold
+constexpr double inset = 4;     // of the axis in its frame: a value at its end is seen
+constexpr double topInset = 12; // ... and not covered by the events' marks
 constexpr int steps = TrendBuffer::stepCount;
 
 bool fitsInRow(int count, double width)
@@ -37,7 +38,7 @@ double yOf(const TrendPlot &plot, double value)
 {
     const double share = (value - plot.axis.least) / (plot.axis.most - plot.axis.least);
     return plot.frame.bottom() - inset
-        - (plot.frame.height() - 2 * inset) * std::clamp(share, 0.0, 1.0);
+        - (plot.frame.height() - topInset - inset) * std::clamp(share, 0.0, 1.0);
 }
 
 // From the first to before the last step: along the greatest values, and back along the least.
@@ -133,7 +134,7 @@ TrendAxis trendAxis(const TrendRow &row, const TrendBuffer &buffer, int trend,
             whole.unite({ limit, limit });
     }
     if (!whole.isKnown())
-        return { 0, 1 };
+        return { 0, 1, false };
     // A value that hardly moves is no mountain range.
     const double least = double(whole.least);
     const double most = double(whole.most);

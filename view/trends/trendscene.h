@@ -11,6 +11,7 @@ struct TrendAxis
 {
     double least;
     double most;
+    bool isKnown = true; ///< else there is nothing yet to measure by
 };
 
 /** A mark at the time of an event. */
