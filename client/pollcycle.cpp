@@ -118,6 +118,7 @@ bool PollCycle::postFlagChanges(QVariantMap &map)
 {
     const FlagChanges found = findFlagChanges(m_values.all(), m_record.reportedStates,
                                               m_family.events.size(), m_family.specialFlags);
+    const QDateTime now = QDateTime::currentDateTime(); // what one report tells began at once
     for (const FlagChange &change : found.changes) {
         const bool isSpecial = !change.alarmId;
         if (isSpecial)
@@ -126,7 +127,7 @@ bool PollCycle::postFlagChanges(QVariantMap &map)
             map.insert(Key::alarmId(), *change.alarmId);
         map.insert(Key::alarmState(), change.alarmState);
         if (!isSpecial)
-            noteOnset(change.key, change.alarmState == 1);
+            noteOnset(change.key, change.alarmState == 1, now);
         m_host.post(change.type, map);
         if (!isSpecial)
             m_record.reportedStates.insert(change.key, change.alarmState);
@@ -136,10 +137,10 @@ bool PollCycle::postFlagChanges(QVariantMap &map)
     return found.appeared;
 }
 
-void PollCycle::noteOnset(int event, bool appears)
+void PollCycle::noteOnset(int event, bool appears, const QDateTime &now)
 {
     if (appears)
-        m_host.eventBegan(event, { QDateTime::currentDateTime(), m_hasReported });
+        m_host.eventBegan(event, { now, m_hasReported });
     else
         m_host.eventEnded(event);
 }

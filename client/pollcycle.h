@@ -49,7 +49,7 @@ private:
     void postLinkChange(const LinkStep &step, const QVariantMap &map);
     void report(const DeviceSettings &settings);
     bool postFlagChanges(QVariantMap &map);
-    void noteOnset(int event, bool appears);
+    void noteOnset(int event, bool appears, const QDateTime &now);
 
     const Family &m_family;
     CycleHost &m_host;

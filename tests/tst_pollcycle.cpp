@@ -221,6 +221,15 @@ private slots:
         m_cycle->store(2005, 2);
         m_cycle->report();
         QCOMPARE(m_host->onsets.keys(), QList<int>({ 6 }));
+        // What one report tells began at once, however long a receiver takes.
+        m_host->onPost = [](int, const QVariantMap &) {
+            const qint64 begun = QDateTime::currentMSecsSinceEpoch();
+            while (QDateTime::currentMSecsSinceEpoch() == begun) { }
+        };
+        m_cycle->store(2007, 1);
+        m_cycle->store(2008, 1);
+        m_cycle->report();
+        QCOMPARE(m_host->onsets.value(7).since, m_host->onsets.value(8).since);
     }
 
     // A query may take long to fail: the view's "since" is the time in the host's log.
