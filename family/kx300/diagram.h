@@ -102,7 +102,7 @@ constexpr DiagramPanelRow diagramPanels[] = {
 constexpr DiagramPanelRow largeDiagramPanels[] = {
     { DiagramPanel::Input,    0, { -560,   48 }, 290, 19, QT_TRANSLATE_NOOP("Energyline", "INPUT")   },
     { DiagramPanel::Bypass,   1, { -215, -252 }, 290, 19, QT_TRANSLATE_NOOP("Energyline", "BYPASS")  },
-    { DiagramPanel::RecInv,   5, { -125, -147 }, 250, 17.5, QT_TRANSLATE_NOOP("Energyline", "REC/INV") },
+    { DiagramPanel::RecInv,   5, { -125, -144.5 }, 250, 17.2, QT_TRANSLATE_NOOP("Energyline", "REC/INV") },
     { DiagramPanel::Load,     3, {  272,   48 }, 316, 19, QT_TRANSLATE_NOOP("Energyline", "LOAD")    },
     { DiagramPanel::Battery,  4, {   34,   78 }, 222, 19, QT_TRANSLATE_NOOP("Energyline", "BATTERY") },
     { DiagramPanel::Device,  -1, {  272, -252 }, 316, 19, ""                                         },
