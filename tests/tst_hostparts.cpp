@@ -52,12 +52,12 @@ private slots:
         constexpr auto none = Severity::Information;
         QTest::newRow("nothing heard yet") << -1 << -1 << -1 << none << Level::Waiting;
         QTest::newRow("on line") << 0 << 4 << 2 << none << Level::Normal;
-        QTest::newRow("battery test") << 0 << 6 << 2 << none << Level::Normal;
+        QTest::newRow("battery test") << 0 << 6 << 2 << none << Level::Attention;
         QTest::newRow("on battery") << 0 << 5 << 2 << none << Level::Critical;
         QTest::newRow("on bypass") << 0 << 3 << 1 << none << Level::Attention;
         QTest::newRow("bypass of another mode") << 0 << 11 << 1 << none << Level::Attention;
         QTest::newRow("ECO feeds by the bypass") << 0 << 9 << 1 << none << Level::Normal;
-        QTest::newRow("output stopped") << 0 << 4 << 0 << none << Level::Attention;
+        QTest::newRow("output stopped") << 0 << 4 << 0 << none << Level::Critical;
         QTest::newRow("warning") << 0 << 4 << 2 << Severity::Warning << Level::Attention;
         QTest::newRow("critical on bypass") << 0 << 3 << 1 << Severity::Critical << Level::Critical;
         QTest::newRow("lost outranks its alarms")

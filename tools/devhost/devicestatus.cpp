@@ -18,6 +18,7 @@ constexpr int modeId = 4241;
 constexpr int outputNone = 0;
 constexpr int outputBypass = 1;
 constexpr int ecoMode = 9;
+constexpr double fullLoad = 100;
 
 using Level = DeviceStatus::Level;
 
@@ -38,17 +39,17 @@ struct LevelRow
 // clang-format off
 constexpr ModeRow modeRows[] = { // by working mode
     { QT_TRANSLATE_NOOP("DeviceStatus", "Clearing"),             Level::Normal    },
-    { QT_TRANSLATE_NOOP("DeviceStatus", "Power on"),             Level::Normal    },
+    { QT_TRANSLATE_NOOP("DeviceStatus", "Power on"),             Level::Attention },
     { QT_TRANSLATE_NOOP("DeviceStatus", "Standby"),              Level::Attention },
     { QT_TRANSLATE_NOOP("DeviceStatus", "On bypass"),            Level::Attention },
     { QT_TRANSLATE_NOOP("DeviceStatus", "On line"),              Level::Normal    },
     { QT_TRANSLATE_NOOP("DeviceStatus", "On battery"),           Level::Critical  },
-    { QT_TRANSLATE_NOOP("DeviceStatus", "Battery test"),         Level::Normal    },
+    { QT_TRANSLATE_NOOP("DeviceStatus", "Battery test"),         Level::Attention },
     { QT_TRANSLATE_NOOP("DeviceStatus", "Fault"),                Level::Critical  },
     { QT_TRANSLATE_NOOP("DeviceStatus", "Frequency conversion"), Level::Normal    },
     { QT_TRANSLATE_NOOP("DeviceStatus", "ECO"),                  Level::Normal    },
     { QT_TRANSLATE_NOOP("DeviceStatus", "Shut down"),            Level::Attention },
-    { QT_TRANSLATE_NOOP("DeviceStatus", "Test"),                 Level::Normal    },
+    { QT_TRANSLATE_NOOP("DeviceStatus", "Test"),                 Level::Attention },
 };
 
 constexpr LevelRow levelRows[] = { // by Level
@@ -96,9 +97,10 @@ Level liveLevel(const DeviceStatus::Facts &facts)
     // The load is what counts, whatever the mode: without protection it is no normal state.
     const int output = wholeAt(facts.data, outputId).value_or(-1);
     const bool isEco = wholeAt(facts.data, modeId) == ecoMode;
-    if (output == outputNone || (output == outputBypass && !isEco))
+    if (output == outputBypass && !isEco)
         level = std::max(level, Level::Attention);
-    if (facts.worstAlarm == Severity::Critical)
+    const bool isOverloaded = numberAt(facts.data, loadId).value_or(0) > fullLoad;
+    if (output == outputNone || isOverloaded || facts.worstAlarm == Severity::Critical)
         return Level::Critical;
     return facts.worstAlarm == Severity::Warning ? std::max(level, Level::Attention) : level;
 }
