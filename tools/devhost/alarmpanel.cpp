@@ -24,7 +24,7 @@ constexpr int rowPadding = 6;
 constexpr int leastContents = 8; // letters of a filter
 
 // Widths in digits; the text of the event takes the rest.
-constexpr int columnDigits[AlarmLog::ColumnCount] = { 20, 14, 13, 0, 27, 12 };
+constexpr int columnDigits[AlarmLog::ColumnCount] = { 20, 12, 13, 0, 27, 11 };
 
 } // namespace
 
