@@ -44,6 +44,21 @@ QSpinBox *createNumber(const char *name, int least, int most)
     return box;
 }
 
+// One column of fields, whatever page is shown.
+void alignLabels(const QWidget &dialog)
+{
+    QList<QWidget *> labels;
+    int width = 0;
+    for (const QFormLayout *form : dialog.findChildren<QFormLayout *>()) {
+        for (int row = 0; row < form->rowCount(); ++row) {
+            labels << form->itemAt(row, QFormLayout::LabelRole)->widget();
+            width = qMax(width, labels.last()->sizeHint().width());
+        }
+    }
+    for (QWidget *label : qAsConst(labels))
+        label->setMinimumWidth(width);
+}
+
 } // namespace
 
 DeviceForm::DeviceForm(DeviceHost &host, const DeviceSpec &spec, Take take, QWidget *parent)
@@ -78,6 +93,7 @@ DeviceForm::DeviceForm(DeviceHost &host, const DeviceSpec &spec, Take take, QWid
     column->addWidget(createTestRow());
     column->addStretch();
     column->addWidget(buttons);
+    alignLabels(*this);
     fill(spec);
     resize(formWidth, sizeHint().height());
 }
