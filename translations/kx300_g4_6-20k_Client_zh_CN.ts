@@ -132,7 +132,7 @@
     </message>
     <message>
         <source>ECO</source>
-        <translation>经济模式 (ECO)</translation>
+        <translation>经济模式（ECO）</translation>
     </message>
     <message>
         <source>Shutdown</source>
@@ -757,7 +757,7 @@
     </message>
     <message>
         <source>ECO</source>
-        <translation>经济模式 (ECO)</translation>
+        <translation>经济模式（ECO）</translation>
     </message>
     <message>
         <source>Starting</source>
@@ -1110,7 +1110,7 @@
     </message>
     <message>
         <source>EPO</source>
-        <translation>紧急关机 (EPO)</translation>
+        <translation>紧急关机（EPO）</translation>
     </message>
     <message>
         <source>SPS abnormal</source>
@@ -1190,7 +1190,7 @@
     </message>
     <message>
         <source>EOD</source>
-        <translation>电池放电终止 (EOD)</translation>
+        <translation>电池放电终止（EOD）</translation>
     </message>
     <message>
         <source>Batt Test Success</source>
@@ -1601,11 +1601,11 @@
     </message>
     <message>
         <source>EPO</source>
-        <translation>紧急关机 (EPO)</translation>
+        <translation>紧急关机（EPO）</translation>
     </message>
     <message>
         <source>EPO disappear</source>
-        <translation>紧急关机 (EPO)消失</translation>
+        <translation>紧急关机（EPO）消失</translation>
     </message>
     <message>
         <source>Abnormal SPS</source>
@@ -2057,27 +2057,27 @@
     </message>
     <message>
         <source>Time on battery(s)</source>
-        <translation>电池供电时间(秒)</translation>
+        <translation>电池供电时间（秒）</translation>
     </message>
     <message>
         <source>Remaining battery time(Min)</source>
-        <translation>电池剩余时间(分钟)</translation>
+        <translation>电池剩余时间（分钟）</translation>
     </message>
     <message>
         <source>Remaining battery capacity(%)</source>
-        <translation>电池剩余容量(%)</translation>
+        <translation>电池剩余容量（%）</translation>
     </message>
     <message>
         <source>Battery voltage(V)</source>
-        <translation>电池电压(V)</translation>
+        <translation>电池电压（V）</translation>
     </message>
     <message>
         <source>Battery current(A)</source>
-        <translation>电池电流(A)</translation>
+        <translation>电池电流（A）</translation>
     </message>
     <message>
         <source>Battery temperature(C)</source>
-        <translation>电池温度(℃)</translation>
+        <translation>电池温度（℃）</translation>
     </message>
     <message>
         <source>Number of mains failure</source>
@@ -2085,19 +2085,19 @@
     </message>
     <message>
         <source>Input voltage(V)</source>
-        <translation>输入电压(V)</translation>
+        <translation>输入电压（V）</translation>
     </message>
     <message>
         <source>Input current(A)</source>
-        <translation>输入电流(A)</translation>
+        <translation>输入电流（A）</translation>
     </message>
     <message>
         <source>Input frequency(Hz)</source>
-        <translation>输入频率(Hz)</translation>
+        <translation>输入频率（Hz）</translation>
     </message>
     <message>
         <source>Input power(W)</source>
-        <translation>输入功率(W)</translation>
+        <translation>输入功率（W）</translation>
     </message>
     <message>
         <source>Output mode</source>
@@ -2105,83 +2105,83 @@
     </message>
     <message>
         <source>Output frequency(Hz)</source>
-        <translation>输出频率(Hz)</translation>
+        <translation>输出频率（Hz）</translation>
     </message>
     <message>
         <source>Output voltage(V)</source>
-        <translation>输出电压(V)</translation>
+        <translation>输出电压（V）</translation>
     </message>
     <message>
         <source>Output current(A)</source>
-        <translation>输出电流(A)</translation>
+        <translation>输出电流（A）</translation>
     </message>
     <message>
         <source>Output power(W)</source>
-        <translation>输出功率(W)</translation>
+        <translation>输出功率（W）</translation>
     </message>
     <message>
         <source>Output load(%)</source>
-        <translation>输出负载(%)</translation>
+        <translation>输出负载（%）</translation>
     </message>
     <message>
         <source>Bypass frequency(Hz)</source>
-        <translation>旁路频率(Hz)</translation>
+        <translation>旁路频率（Hz）</translation>
     </message>
     <message>
         <source>Bypass voltage(V)</source>
-        <translation>旁路电压(V)</translation>
+        <translation>旁路电压（V）</translation>
     </message>
     <message>
         <source>Bypass current(A)</source>
-        <translation>旁路电流(A)</translation>
+        <translation>旁路电流（A）</translation>
     </message>
     <message>
         <source>Bypass power(W)</source>
-        <translation>旁路功率(W)</translation>
+        <translation>旁路功率（W）</translation>
     </message>
     <message>
         <source>Input voltage R/S/T(V)</source>
-        <translation>输入电压 R/S/T(V)</translation>
+        <translation>输入电压 R/S/T（V）</translation>
     </message>
     <message>
         <source>Input current R/S/T(A)</source>
-        <translation>输入电流 R/S/T(A)</translation>
+        <translation>输入电流 R/S/T（A）</translation>
     </message>
     <message>
         <source>Input frequency R/S/T(Hz)</source>
-        <translation>输入频率 R/S/T(Hz)</translation>
+        <translation>输入频率 R/S/T（Hz）</translation>
     </message>
     <message>
         <source>Input power R/S/T(W)</source>
-        <translation>输入功率 R/S/T(W)</translation>
+        <translation>输入功率 R/S/T（W）</translation>
     </message>
     <message>
         <source>Output voltage R/S/T(V)</source>
-        <translation>输出电压 R/S/T(V)</translation>
+        <translation>输出电压 R/S/T（V）</translation>
     </message>
     <message>
         <source>Output current R/S/T(A)</source>
-        <translation>输出电流 R/S/T(A)</translation>
+        <translation>输出电流 R/S/T（A）</translation>
     </message>
     <message>
         <source>Output power R/S/T(W)</source>
-        <translation>输出功率 R/S/T(W)</translation>
+        <translation>输出功率 R/S/T（W）</translation>
     </message>
     <message>
         <source>Output load R/S/T(%)</source>
-        <translation>输出负载 R/S/T(%)</translation>
+        <translation>输出负载 R/S/T（%）</translation>
     </message>
     <message>
         <source>Bypass voltage R/S/T(V)</source>
-        <translation>旁路电压 R/S/T(V)</translation>
+        <translation>旁路电压 R/S/T（V）</translation>
     </message>
     <message>
         <source>Bypass current R/S/T(A)</source>
-        <translation>旁路电流 R/S/T(A)</translation>
+        <translation>旁路电流 R/S/T（A）</translation>
     </message>
     <message>
         <source>Bypass power R/S/T(W)</source>
-        <translation>旁路功率 R/S/T(W)</translation>
+        <translation>旁路功率 R/S/T（W）</translation>
     </message>
     <message>
         <source>Disconnect</source>
@@ -2583,7 +2583,7 @@
     </message>
     <message>
         <source>ECO</source>
-        <translation>经济模式 (ECO)</translation>
+        <translation>经济模式（ECO）</translation>
     </message>
     <message>
         <source>Shutdown</source>
@@ -2663,7 +2663,7 @@
     </message>
     <message>
         <source>Parallels ECO</source>
-        <translation>并机经济模式 (ECO)</translation>
+        <translation>并机经济模式（ECO）</translation>
     </message>
     <message>
         <source>Self ageing</source>
@@ -2763,7 +2763,7 @@
     </message>
     <message>
         <source>VRLA battery</source>
-        <translation>铅酸电池 (VRLA)</translation>
+        <translation>铅酸电池（VRLA）</translation>
     </message>
     <message>
         <source>Lithium battery</source>
@@ -3187,7 +3187,7 @@
     </message>
     <message>
         <source>EPO function enable:</source>
-        <translation>紧急关机 (EPO) 使能：</translation>
+        <translation>紧急关机（EPO）使能：</translation>
     </message>
     <message>
         <source>Allow reverse input:</source>
@@ -3259,7 +3259,7 @@
     </message>
     <message>
         <source>Battery AH:</source>
-        <translation>电池容量 (AH)：</translation>
+        <translation>电池容量（AH）：</translation>
     </message>
     <message>
         <source>AH</source>

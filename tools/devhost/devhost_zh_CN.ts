@@ -167,7 +167,7 @@
     </message>
     <message>
         <source>Acknowledge the chosen alarms (Space)</source>
-        <translation>确认所选的告警(空格键)</translation>
+        <translation>确认所选的告警（空格键）</translation>
     </message>
     <message>
         <source>Acknowledge all alarms that the filters show</source>
@@ -218,7 +218,7 @@
     <message>
         <source>Remove %1?
 It is not monitored any more; its events stay in the log.</source>
-        <translation>移除 %1?
+        <translation>移除 %1？
 将不再监控它；它的事件仍留在日志中。</translation>
     </message>
     <message>
