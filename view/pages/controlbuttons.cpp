@@ -15,8 +15,8 @@
 namespace {
 
 constexpr int lastButtonColumn = 4; // column 0 holds the titles
-constexpr int buttonHeight = 32;
-constexpr int buttonAir = 20; // as far as the page is wide
+constexpr int buttonHeight = 32;    // at least, as far as the font allows
+constexpr int buttonAir = 20;       // as far as the page is wide
 
 // %1: the red of an alarm on the ground at hand
 const char *const outlineStyle =
@@ -70,7 +70,7 @@ QPushButton *createButton(const ControlButtonRow &row, QObject *receiver, const 
     auto *button = new QPushButton(translated("tavoView", row.text));
     button->setObjectName(QString::fromLatin1(row.name));
     button->setFont(QFont(QStringLiteral("Microsoft YaHei"), 10)); // before it is measured
-    button->setMinimumHeight(buttonHeight);
+    button->setMinimumHeight(std::max(buttonHeight, button->sizeHint().height()));
     button->setToolTip(translated("tavoView", row.consequence));
     button->setAccessibleDescription(button->toolTip());
     if (row.risk != ControlRisk::None)
