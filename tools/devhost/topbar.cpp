@@ -10,7 +10,8 @@
 
 namespace {
 constexpr int chooserLetters = 16;
-}
+constexpr int languageLetters = 9; // some to spare: the style reckons the arrow too small
+} // namespace
 
 TopBar::TopBar(int userLevel, const QString &language, QWidget *parent)
     : QWidget(parent)
@@ -85,6 +86,7 @@ QComboBox *TopBar::createLanguages(const QString &language)
 {
     auto *box = new QComboBox;
     box->setObjectName(QStringLiteral("language"));
+    box->setMinimumContentsLength(languageLetters);
     for (const HostLanguage &row : hostLanguages)
         box->addItem(QString::fromUtf8(row.name), QString::fromLatin1(row.code));
     box->setCurrentIndex(box->findData(language));
