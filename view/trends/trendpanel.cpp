@@ -22,6 +22,9 @@ constexpr int markSize = 8;
 constexpr int swatchWidth = 24; // the hatching is seen in it
 constexpr int swatchHeight = 11;
 constexpr int axisPointSize = 8;
+constexpr int headingGap = 8;
+constexpr int leastStretch = 70; // in percent
+constexpr int stretchStep = 5;
 constexpr QColor batteryGround(0xFB, 0xE9, 0xC8);
 constexpr QColor unknownGround(0xCF, 0xD2, 0xE4);
 constexpr QColor outsideGround(0xB3, 0x26, 0x1E, 28);
@@ -271,24 +274,38 @@ void TrendPanel::drawPlot(QPainter &painter, int trend) const
     painter.restore();
 }
 
-void TrendPanel::drawTexts(QPainter &painter, int trend) const
+// In a narrow plot rather with narrow letters than without some: a title tells what a value is.
+void TrendPanel::drawHeading(QPainter &painter, int trend) const
 {
-    const TrendPlot &plot = m_scene.plots.at(trend);
+    const QRectF &heading = m_scene.plots.at(trend).heading;
+    const QString title = translated("TrendPanel", m_store.family().trends[trend].title);
     const QString value = valueText(trend);
+    QFont plain(font());
     QFont bold(font());
     bold.setBold(true);
-    const double valueWidth = QFontMetricsF(bold).horizontalAdvance(value) + 4;
-    const double titleWidth = std::max(0.0, plot.heading.width() - valueWidth);
-    painter.setFont(font());
+    const auto titleRoom = [&heading, &value, &bold] {
+        return heading.width() - headingGap - QFontMetricsF(bold).horizontalAdvance(value);
+    };
+    for (int stretch = QFont::Unstretched;
+         stretch > leastStretch && QFontMetricsF(plain).horizontalAdvance(title) > titleRoom();) {
+        stretch -= stretchStep;
+        plain.setStretch(stretch);
+        bold.setStretch(stretch);
+    }
+    painter.setFont(plain);
     painter.setPen(ViewColors::secondaryText);
     painter.drawText(
-        plot.heading, Qt::AlignLeft | Qt::AlignVCenter,
-        fontMetrics().elidedText(translated("TrendPanel", m_store.family().trends[trend].title),
-                                 Qt::ElideRight, int(titleWidth)));
+        heading, Qt::AlignLeft | Qt::AlignVCenter,
+        QFontMetricsF(plain).elidedText(title, Qt::ElideRight, std::max(0.0, titleRoom())));
     painter.setFont(bold);
     painter.setPen(ViewColors::text);
-    painter.drawText(plot.heading, Qt::AlignRight | Qt::AlignVCenter, value);
+    painter.drawText(heading, Qt::AlignRight | Qt::AlignVCenter, value);
+}
 
+void TrendPanel::drawTexts(QPainter &painter, int trend) const
+{
+    drawHeading(painter, trend);
+    const TrendPlot &plot = m_scene.plots.at(trend);
     QFont small(font());
     small.setPointSize(axisPointSize);
     painter.setFont(small);

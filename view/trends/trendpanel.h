@@ -61,6 +61,7 @@ private:
     void drawLegend(QPainter &painter) const;
     void drawPlot(QPainter &painter, int trend) const;
     void drawGround(QPainter &painter, const QRectF &frame) const;
+    void drawHeading(QPainter &painter, int trend) const;
     void drawTexts(QPainter &painter, int trend) const;
 
     const TrendStore &m_store;
