@@ -102,21 +102,22 @@ void PollCycle::report(const DeviceSettings &settings)
 {
     QVariantMap map = eventHeader(settings, m_time.now());
     map.insert(Key::lost(), 0);
-    const bool appeared = postFlagChanges(map);
-    map.insert(Key::data(), QVariant::fromValue(m_values.report()));
+    const DataReport values = m_values.report();
+    const bool appeared = postFlagChanges(map, values);
+    map.insert(Key::data(), QVariant::fromValue(values));
     if (appeared) {
         map.insert(Key::alarmAppeared(), 1);
         map.insert(Key::state(), m_record.state);
         m_host.post(StatusChangedEvent, map);
     }
     m_host.post(DataReportEvent, map);
-    m_host.publish(m_values, deviceEntries(settings, m_family.ids, m_values.all(), m_record.state));
+    m_host.publish(m_values, deviceEntries(settings, m_family.ids, values, m_record.state));
 }
 
 // What is reported so far changes with each event: a receiver in this thread may look.
-bool PollCycle::postFlagChanges(QVariantMap &map)
+bool PollCycle::postFlagChanges(QVariantMap &map, const DataReport &values)
 {
-    const FlagChanges found = findFlagChanges(m_values.all(), m_record.reportedStates,
+    const FlagChanges found = findFlagChanges(values, m_record.reportedStates,
                                               m_family.events.size(), m_family.specialFlags);
     const QDateTime now = QDateTime::currentDateTime(); // what one report tells began at once
     for (const FlagChange &change : found.changes) {
@@ -133,7 +134,7 @@ bool PollCycle::postFlagChanges(QVariantMap &map)
             m_record.reportedStates.insert(change.key, change.alarmState);
     }
     m_record.reportedStates = found.reportedStates;
-    m_hasReported = m_hasReported || !m_values.all().isEmpty();
+    m_hasReported = m_hasReported || !values.isEmpty();
     return found.appeared;
 }
 

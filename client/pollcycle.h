@@ -48,7 +48,7 @@ private:
     void follow(const DeviceSettings &settings, bool answered, QVariantMap map);
     void postLinkChange(const LinkStep &step, const QVariantMap &map);
     void report(const DeviceSettings &settings);
-    bool postFlagChanges(QVariantMap &map);
+    bool postFlagChanges(QVariantMap &map, const DataReport &values);
     void noteOnset(int event, bool appears, const QDateTime &now);
 
     const Family &m_family;

@@ -27,7 +27,9 @@ function(tavo_test_driver name folder)
   add_dependencies(tst_${name} fakedriver_complete fakedriver_noquery fakedriver_nocontrol)
 endfunction()
 
-tavo_add_test(clientrules LIBRARIES tavo_client tavo_view kx300_family)
+foreach(name clientrules latestvalues)
+  tavo_add_test(${name} LIBRARIES tavo_client tavo_view kx300_family)
+endforeach()
 tavo_add_test(historyexport LIBRARIES tavo_client tavo_view kx300_family)
 
 set(drivers ${CMAKE_CURRENT_BINARY_DIR}/drivers)

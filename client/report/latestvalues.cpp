@@ -1,15 +1,20 @@
 #include "report/latestvalues.h"
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cstring>
+#include <iterator>
 
 namespace {
 
+// In a map, which take no longer than looking a key up.
+constexpr std::size_t aFewSteps = 32;
+
 // Compares bits: an unordered value equals itself.
-bool holds(const QVariant &point, float value)
+bool isSame(float one, float other)
 {
-    return std::memcmp(point.constData(), &value, sizeof value) == 0;
+    return std::memcmp(&one, &other, sizeof one) == 0;
 }
 
 // Most keys were written here, and share the text.
@@ -18,10 +23,10 @@ bool isSame(const QString &key, const QString &text)
     return key.constData() == text.constData() || key == text;
 }
 
-// Of two that are floats; a third of the time that assigning a QVariant takes.
-void setFloat(QVariant &value, const QVariant &source)
+// Of one that is a float and nobody else's; a third of the time that assigning a QVariant takes.
+void setFloat(QVariant &variant, float value)
 {
-    std::memcpy(value.data(), source.constData(), sizeof(float));
+    std::memcpy(variant.data(), &value, sizeof value);
 }
 
 // One text for all clients, each of which has some four hundred in its device information; null for
@@ -46,63 +51,98 @@ const QString *commonText(int id)
 
 void LatestValues::store(int id, float value)
 {
-    auto point = m_next;
-    if (point == m_values.constEnd() || point.key() != id)
-        point = m_values.constFind(id);
-    if (point == m_values.constEnd())
-        point = m_values.insert(id, value);
-    else if (!holds(*point, value))
-        point = change(point, value);
-    m_next = ++point;
-}
-
-DataReport::const_iterator LatestValues::change(DataReport::const_iterator point, float value)
-{
-    if (!m_values.isDetached()) {
-        const int id = point.key();
-        takeTurns();
-        point = m_values.constFind(id);
-    } else if (m_isReported) {
-        m_spare.clear(); // this host keeps nothing
+    std::size_t position = m_next;
+    if (position == m_points.size() || m_points[position].id != id)
+        position = std::size_t(
+            std::lower_bound(m_points.begin(), m_points.end(), id,
+                             [](const Point &point, int sought) { return point.id < sought; })
+            - m_points.begin());
+    if (position == m_points.size() || m_points[position].id != id) {
+        m_points.insert(m_points.begin() + std::ptrdiff_t(position), { id, value });
+        m_hasNew = true;
+    } else if (!isSame(m_points[position].value, value)) {
+        m_points[position].value = value;
+        m_hasChanged = true;
+        for (Turn *turn : { &m_latest, &m_spare }) {
+            if (position < turn->isStale.size())
+                turn->isStale[position] = true;
+        }
     }
-    m_isReported = false;
-    // Nobody shares the map now. Each point was stored as a float.
-    std::memcpy(const_cast<void *>(point->constData()), &value, sizeof value);
-    return point;
+    m_next = position + 1;
 }
 
-// A host that holds the last report shares the values. The map of the report before is free again
-// as soon as it has taken the last: to bring that up to date takes a third of making a new one.
+DataReport LatestValues::report()
+{
+    if (m_hasNew) {
+        m_points.shrink_to_fit(); // they come all at once
+        m_latest = made();
+        m_spare = {};
+    } else if (m_hasChanged) {
+        takeTurns();
+    }
+    m_hasNew = m_hasChanged = false;
+    return m_latest.values;
+}
+
+// A host that holds the last report shares the map. That of the report before is free again as soon
+// as it has taken the last: to bring it up to date takes a third of making a new one.
 void LatestValues::takeTurns()
 {
-    if (!m_spare.isDetached() || m_spare.size() != m_values.size()) {
-        m_spare = m_values;
-        m_values.detach();
-        return;
+    if (m_latest.values.isDetached()) {
+        m_spare = {}; // this host keeps nothing
+    } else {
+        std::swap(m_latest, m_spare);
+        if (m_latest.values.size() != m_spare.values.size() || !m_latest.values.isDetached()) {
+            m_latest = made();
+            return;
+        }
     }
-    auto latest = m_values.constBegin();
-    for (QVariant &value : m_spare) {
-        setFloat(value, *latest);
-        ++latest;
+    bringUpToDate(m_latest);
+}
+
+// In ascending order, so that its nodes stand in the order in which they are walked.
+LatestValues::Turn LatestValues::made() const
+{
+    Turn turn;
+    for (const Point &point : m_points)
+        turn.values.insert(turn.values.constEnd(), point.id, point.value);
+    turn.isStale.resize(m_points.size());
+    return turn;
+}
+
+void LatestValues::bringUpToDate(Turn &turn) const
+{
+    auto entry = turn.values.begin();
+    std::size_t at = 0;
+    for (std::size_t i = 0; i < m_points.size(); ++i) {
+        if (!turn.isStale[i])
+            continue;
+        if (i - at < aFewSteps)
+            std::advance(entry, i - at);
+        else
+            entry = turn.values.find(m_points[i].id);
+        at = i;
+        setFloat(*entry, m_points[i].value);
+        turn.isStale[i] = false;
     }
-    m_values.swap(m_spare);
 }
 
 void LatestValues::writeTo(QVariantMap &information) const
 {
     // Identifiers of as many digits sort alike as numbers and as texts.
     auto entry = information.begin();
-    for (auto point = m_values.begin(); point != m_values.end(); ++point, ++entry) {
-        const QString *const common = commonText(point.key());
-        const QString own = common ? QString() : QString::number(point.key(), 10);
+    for (const Point &point : m_points) {
+        const QString *const common = commonText(point.id);
+        const QString own = common ? QString() : QString::number(point.id, 10);
         const QString &key = common ? *common : own;
         if (entry == information.end() || !isSame(entry.key(), key))
             entry = information.find(key);
         if (entry == information.end())
-            entry = information.insert(key, *point);
+            entry = information.insert(key, point.value);
         else if (entry->userType() == QMetaType::Float)
-            setFloat(*entry, *point);
+            setFloat(*entry, point.value);
         else
-            *entry = *point;
+            *entry = point.value;
+        ++entry;
     }
 }

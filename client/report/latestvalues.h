@@ -2,13 +2,16 @@
 
 #include "datareport.h"
 
+#include <vector>
+
 /**
  * The latest value of every data identifier that the driver has delivered; none is ever dropped.
  *
- * A driver delivers its identifiers in much the same order in every cycle, so each value is first
- * looked for behind the one before it, and the texts of the identifiers are made only once. A host
- * that keeps each report until the next makes two maps take turns. All three would cost more than
- * the rest of a cycle.
+ * They stand in one piece of memory, which a cycle compares with what the driver delivers, and only
+ * what has changed goes into the host's map: to walk a map that has left the caches costs more than
+ * the rest of a cycle. A driver delivers its identifiers in much the same order in every cycle, so
+ * each is first looked for behind the one before it. A host that keeps each report until the next
+ * makes two maps take turns.
  *
  * Threads: one.
  */
@@ -21,25 +24,34 @@ public:
 
     void store(int id, float value);
 
-    /** All values; a copy shares them until one changes. */
-    const DataReport &all() const { return m_values; }
-
-    /** The same, for a host that may keep it. */
-    const DataReport &report()
-    {
-        m_isReported = true;
-        return m_values;
-    }
+    /** All values; the host may keep it. */
+    DataReport report();
 
     /** Sets one entry of `information` per value, its key the identifier in decimal. */
     void writeTo(QVariantMap &information) const;
 
 private:
-    DataReport::const_iterator change(DataReport::const_iterator point, float value);
-    void takeTurns();
+    struct Point
+    {
+        int id;
+        float value;
+    };
 
-    DataReport m_values;
-    DataReport m_spare;        // for the next turn; empty unless the host keeps reports
-    bool m_isReported = false; // with no change since
-    DataReport::const_iterator m_next = m_values.constEnd(); // behind the value stored last
+    /** A map of all values, which are as many as the points. */
+    struct Turn
+    {
+        DataReport values;
+        std::vector<bool> isStale; // by position: changed since it was brought up to date
+    };
+
+    Turn made() const;
+    void takeTurns();
+    void bringUpToDate(Turn &turn) const;
+
+    std::vector<Point> m_points; // in ascending order
+    std::size_t m_next = 0;      // behind the value stored last
+    Turn m_latest;               // the map reported last
+    Turn m_spare;                // for the next turn; empty unless the host keeps reports
+    bool m_hasNew = false;       // identifiers that no map has yet
+    bool m_hasChanged = false;   // since the last report
 };
