@@ -1,8 +1,7 @@
 #include "deviceconfig.h"
 
 #include "hostfile.h"
-
-#include <QMutex>
+#include "sharedwiththelast.h"
 
 #include <limits>
 
@@ -48,18 +47,6 @@ void checkUnit(HostFile &file, const QString &key, const DeviceSettings &setting
     const bool isTcp = settings.communicationType == tcpCommunication;
     if (!isTcp || (settings.unit != 0 && settings.unit != 255))
         checkRange(file, key, settings.unit, 1, 247);
-}
-
-// Most devices record the same events: a thousand maps of them would take ten megabytes. Never
-// destroyed, as a host may configure a client while the process exits.
-QMap<int, int> sharedWithTheLast(const QMap<int, int> &choice)
-{
-    static auto &mutex = *new QMutex;
-    static auto &last = *new QMap<int, int>; // guarded by mutex
-    const QMutexLocker lock(&mutex);
-    if (choice != last)
-        last = choice;
-    return last;
 }
 
 } // namespace

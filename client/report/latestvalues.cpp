@@ -1,5 +1,7 @@
 #include "report/latestvalues.h"
 
+#include "sharedwiththelast.h"
+
 #include <algorithm>
 #include <array>
 #include <atomic>
@@ -9,7 +11,7 @@
 namespace {
 
 // In a map, which take no longer than looking a key up.
-constexpr std::size_t aFewSteps = 32;
+constexpr int aFewSteps = 32;
 
 // Compares bits: an unordered value equals itself.
 bool isSame(float one, float other)
@@ -51,30 +53,32 @@ const QString *commonText(int id)
 
 void LatestValues::store(int id, float value)
 {
-    std::size_t position = m_next;
-    if (position == m_points.size() || m_points[position].id != id)
-        position = std::size_t(
-            std::lower_bound(m_points.begin(), m_points.end(), id,
-                             [](const Point &point, int sought) { return point.id < sought; })
-            - m_points.begin());
-    if (position == m_points.size() || m_points[position].id != id) {
-        m_points.insert(m_points.begin() + std::ptrdiff_t(position), { id, value });
-        m_hasNew = true;
-    } else if (!isSame(m_points[position].value, value)) {
-        m_points[position].value = value;
-        m_hasChanged = true;
-        for (Turn *turn : { &m_latest, &m_spare }) {
-            if (position < turn->isStale.size())
-                turn->isStale[position] = true;
-        }
-    }
+    int position = m_next;
+    if (position == m_ids.size() || m_ids.at(position) != id)
+        position = int(std::lower_bound(m_ids.cbegin(), m_ids.cend(), id) - m_ids.cbegin());
     m_next = position + 1;
+    if (position == m_ids.size() || m_ids.at(position) != id) {
+        m_ids.insert(position, id);
+        m_values.insert(m_values.begin() + position, value);
+        m_hasNew = true;
+        return;
+    }
+    float &known = m_values[std::size_t(position)];
+    if (isSame(known, value))
+        return;
+    known = value;
+    m_hasChanged = true;
+    for (Turn *turn : { &m_latest, &m_spare }) {
+        if (std::size_t(position) < turn->isStale.size())
+            turn->isStale[std::size_t(position)] = true;
+    }
 }
 
 DataReport LatestValues::report()
 {
     if (m_hasNew) {
-        m_points.shrink_to_fit(); // they come all at once
+        m_ids = sharedWithTheLast(m_ids);
+        m_values.shrink_to_fit();
         m_latest = made();
         m_spare = {};
     } else if (m_hasChanged) {
@@ -104,26 +108,26 @@ void LatestValues::takeTurns()
 LatestValues::Turn LatestValues::made() const
 {
     Turn turn;
-    for (const Point &point : m_points)
-        turn.values.insert(turn.values.constEnd(), point.id, point.value);
-    turn.isStale.resize(m_points.size());
+    for (int i = 0; i < m_ids.size(); ++i)
+        turn.values.insert(turn.values.constEnd(), m_ids.at(i), m_values[std::size_t(i)]);
+    turn.isStale.resize(m_values.size());
     return turn;
 }
 
 void LatestValues::bringUpToDate(Turn &turn) const
 {
     auto entry = turn.values.begin();
-    std::size_t at = 0;
-    for (std::size_t i = 0; i < m_points.size(); ++i) {
-        if (!turn.isStale[i])
+    int at = 0;
+    for (int i = 0; i < m_ids.size(); ++i) {
+        if (!turn.isStale[std::size_t(i)])
             continue;
         if (i - at < aFewSteps)
             std::advance(entry, i - at);
         else
-            entry = turn.values.find(m_points[i].id);
+            entry = turn.values.find(m_ids.at(i));
         at = i;
-        setFloat(*entry, m_points[i].value);
-        turn.isStale[i] = false;
+        setFloat(*entry, m_values[std::size_t(i)]);
+        turn.isStale[std::size_t(i)] = false;
     }
 }
 
@@ -131,18 +135,18 @@ void LatestValues::writeTo(QVariantMap &information) const
 {
     // Identifiers of as many digits sort alike as numbers and as texts.
     auto entry = information.begin();
-    for (const Point &point : m_points) {
-        const QString *const common = commonText(point.id);
-        const QString own = common ? QString() : QString::number(point.id, 10);
+    for (int i = 0; i < m_ids.size(); ++i, ++entry) {
+        const float value = m_values[std::size_t(i)];
+        const QString *const common = commonText(m_ids.at(i));
+        const QString own = common ? QString() : QString::number(m_ids.at(i), 10);
         const QString &key = common ? *common : own;
         if (entry == information.end() || !isSame(entry.key(), key))
             entry = information.find(key);
         if (entry == information.end())
-            entry = information.insert(key, point.value);
+            entry = information.insert(key, value);
         else if (entry->userType() == QMetaType::Float)
-            setFloat(*entry, point.value);
+            setFloat(*entry, value);
         else
-            *entry = point.value;
-        ++entry;
+            *entry = value;
     }
 }

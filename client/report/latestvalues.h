@@ -2,6 +2,8 @@
 
 #include "datareport.h"
 
+#include <QVector>
+
 #include <vector>
 
 /**
@@ -31,13 +33,7 @@ public:
     void writeTo(QVariantMap &information) const;
 
 private:
-    struct Point
-    {
-        int id;
-        float value;
-    };
-
-    /** A map of all values, which are as many as the points. */
+    /** A map of all values. */
     struct Turn
     {
         DataReport values;
@@ -48,10 +44,11 @@ private:
     void takeTurns();
     void bringUpToDate(Turn &turn) const;
 
-    std::vector<Point> m_points; // in ascending order
-    std::size_t m_next = 0;      // behind the value stored last
-    Turn m_latest;               // the map reported last
-    Turn m_spare;                // for the next turn; empty unless the host keeps reports
-    bool m_hasNew = false;       // identifiers that no map has yet
-    bool m_hasChanged = false;   // since the last report
+    QVector<int> m_ids; // in ascending order; shared by clients of like devices
+    std::vector<float> m_values;
+    int m_next = 0;            // position behind the value stored last
+    Turn m_latest;             // the map reported last
+    Turn m_spare;              // for the next turn; empty unless the host keeps reports
+    bool m_hasNew = false;     // identifiers that no map has yet
+    bool m_hasChanged = false; // since the last report
 };

@@ -175,16 +175,15 @@ int TcpCommRead(void *handle, char *buffer, int)
     QIODevice *device = deviceOf(handle);
     if (!device || !buffer || !device->isReadable())
         return shortRead;
-    std::array<char, tcpBufferSize> reply = {};
-    const int count = readReply(*device, reply.data());
+    char reply[tcpBufferSize + crcLength];
+    const int count = readReply(*device, reply);
     if (count <= MbapHeader::size)
         return shortRead;
 
     const int length = count - MbapHeader::size + crcLength;
-    std::array<unsigned char, tcpBufferSize> frame = {};
-    std::copy(reply.data() + MbapHeader::size, reply.data() + count, frame.data());
-    setModbusCRC(frame.data(), length);
-    std::copy_n(frame.data(), length, buffer);
+    auto *const frame = reinterpret_cast<unsigned char *>(reply + MbapHeader::size);
+    setModbusCRC(frame, length);
+    std::copy_n(frame, length, buffer);
     return length;
 }
 

@@ -30,10 +30,6 @@ struct Receiver
     void *context;
 };
 
-// Every register of a block, as it was read.
-using Values = std::uint16_t[measurementCount];
-static_assert(settingCount <= measurementCount && eventCount <= measurementCount, "one for all");
-
 void deliver(const RegisterRow &row, const std::uint16_t *raw, const Receiver &receiver)
 {
     for (int i = 0; i < row.count; ++i) {
@@ -46,7 +42,7 @@ void deliver(const RegisterRow &row, const std::uint16_t *raw, const Receiver &r
 }
 
 // Reads all blocks of one function; `values` begins at the area's first register.
-bool readArea(ModbusLine &line, int function, Values &values)
+bool readArea(ModbusLine &line, int function, std::uint16_t *values)
 {
     return std::all_of(std::begin(blocks), std::end(blocks), [&](const Block &block) {
         return block.function != function
@@ -105,9 +101,9 @@ extern "C" __attribute__((visibility("default"))) int Query(PortDescriptor *port
     if (!unit)
         return 0;
     ModbusLine line(*port, *unit, queryTime);
-    Values events {};
-    Values settings {};
-    Values measurements {};
+    std::uint16_t events[eventCount] = {};
+    std::uint16_t settings[settingCount] = {};
+    std::uint16_t measurements[measurementCount] = {};
     if (!readArea(line, 2, events) || !readArea(line, 3, settings)
         || !readArea(line, 4, measurements))
         return 0;

@@ -32,6 +32,7 @@ constexpr int lastUnit = 247; // what follows is reserved...
 constexpr int peerUnit = 255; // ...but for this one on TCP, which is the peer itself
 // A read on TCP fills up to 996 bytes whatever size it is given.
 constexpr int readRoom = 1024;
+constexpr int noiseRoom = 512; // for what comes ahead of a reply
 
 // Devices whose last reply was missing or damaged; by device, since each call has a new line. Of
 // fixed size, so that devices that are gone do not add up, and without a destructor, since other
@@ -75,7 +76,7 @@ struct ModbusLine::Request
 /** What has arrived; the reply, once found, begins at `begin`. */
 struct ModbusLine::Reply
 {
-    unsigned char bytes[2 * readRoom] = {};
+    unsigned char bytes[noiseRoom + readRoom] = {};
     int size = 0;
     int begin = 0;
 
