@@ -33,7 +33,7 @@ void PollCycle::run()
     if (m_stop.requested())
         return;
     const DeviceSettings settings = m_host.settings();
-    const QVariantMap map = eventHeader(settings, m_time.now());
+    const QString time = m_time.now();
     DriverAnswer answer = m_link.query();
     if (answer.delivery != DriverAnswer::Delivery::Asked)
         answer.settings = settings;
@@ -41,7 +41,7 @@ void PollCycle::run()
     // says nothing about the device.
     if (m_stop.requested() || answer.delivery == DriverAnswer::Delivery::Later)
         return;
-    follow(answer.settings, answer.result != 0, map);
+    follow(answer.settings, answer.result != 0, time);
     m_commands.tellFailures(answer.result != 0);
     report(answer.settings);
 }
@@ -66,7 +66,7 @@ bool PollCycle::isTaken() const
     return LinePause::isOn(deviceLocation(m_host.settings()));
 }
 
-void PollCycle::follow(const DeviceSettings &settings, bool answered, QVariantMap map)
+void PollCycle::follow(const DeviceSettings &settings, bool answered, const QString &time)
 {
     const LinkStep step = nextLink(m_record.state, m_record.failCount, answered, settings.retries);
     m_record.failCount = step.failCount;
@@ -74,6 +74,7 @@ void PollCycle::follow(const DeviceSettings &settings, bool answered, QVariantMa
         m_host.reopenPort();
     if (!step.restored && !step.lost)
         return;
+    QVariantMap map = eventHeader(settings, time);
     map.insert(Key::description(), settings.deviceName);
     map.insert(Key::state(), step.state);
     if (step.lost)

@@ -45,7 +45,7 @@ public:
 private:
     bool isTaken() const;
     bool isHeldOff();
-    void follow(const DeviceSettings &settings, bool answered, QVariantMap map);
+    void follow(const DeviceSettings &settings, bool answered, const QString &time);
     void postLinkChange(const LinkStep &step, const QVariantMap &map);
     void report(const DeviceSettings &settings);
     bool postFlagChanges(QVariantMap &map, const DataReport &values);

@@ -10,11 +10,16 @@ constexpr int threePhases = 3; // value of a number of phases
 
 int integerOf(const QVariant &value)
 {
-    const double number = value.toDouble();
+    // What a report holds; a tenth of the time that QVariant takes.
+    const bool isFloat = value.userType() == QMetaType::Float;
+    const float point = isFloat ? *static_cast<const float *>(value.constData()) : 0;
+    const double number = isFloat ? double(point) : value.toDouble();
     // Written so that NaN fails too: converting what does not fit is undefined.
     const bool fits =
         number >= std::numeric_limits<int>::min() && number <= std::numeric_limits<int>::max();
-    return fits ? value.toInt() : 0;
+    if (!fits)
+        return 0;
+    return isFloat ? int(qRound64(point)) : value.toInt();
 }
 
 int integerAt(const DataReport &report, int id)

@@ -15,7 +15,7 @@ void compareEvents(const DataReport &data, int eventCount, FlagChanges &result)
     for (int k = 0; k < eventCount; ++k) {
         int state = 0;
         if (point != data.end() && point.key() == firstEventId + k)
-            state = (point++)->toInt();
+            state = integerOf(*point++);
         const bool known = reported != before.end() && reported.key() == k;
         const int last = known ? *reported++ : 0;
         if (state != last) {
@@ -38,7 +38,7 @@ FlagChanges findFlagChanges(const DataReport &data, const QMap<int, int> &report
     compareEvents(data, eventCount, result);
     for (const SpecialFlagRow &flag : specialFlags) {
         const int id = flag.dataId();
-        const int state = data.value(id).toInt();
+        const int state = integerAt(data, id);
         if (state == result.reportedStates.value(id))
             continue;
         result.changes.append({ id, flag.type, std::nullopt, state });

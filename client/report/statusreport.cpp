@@ -13,7 +13,7 @@ QByteArray modelText(const KnownIds &ids, const DataReport &data)
 {
     QByteArray text;
     for (int i = 0; i < ids.modelLength; ++i)
-        text.append(char(data.value(ids.model + i).toInt()));
+        text.append(char(integerAt(data, ids.model + i)));
     return text;
 }
 
@@ -58,5 +58,5 @@ DeviceEntries deviceEntries(const DeviceSettings &settings, const KnownIds &ids,
              { Key::portInfo(), portText(settings) },
              { Key::state(), state },
              { Key::unit(), QString::number(settings.unit) },
-             { Key::load(), data.value(ids.load).toInt() } };
+             { Key::load(), integerAt(data, ids.load) } };
 }
