@@ -20,7 +20,7 @@ constexpr Bench benches[] = {
     { "tcp", benchTcpExchange },       { "crc", benchCrc },
     { "cycle", benchPollCycle },       { "clients", benchManyClients },
     { "history", benchHistoryExport }, { "view", benchView },
-    { "hidden", benchHiddenView },
+    { "hidden", benchHiddenView },     { "shown", benchShownView },
 };
 
 // The traffic of debug lines is the same for all contenders; a terminal must not be measured.

@@ -12,3 +12,4 @@ void benchManyClients(Runner &runner);
 void benchHistoryExport(Runner &runner);
 void benchView(Runner &runner);
 void benchHiddenView(Runner &runner);
+void benchShownView(Runner &runner);

@@ -2,8 +2,10 @@
 #include "guardedtest.h"
 
 #include <QAbstractButton>
+#include <QScreen>
 
 #include <algorithm>
+#include <random>
 
 namespace {
 
@@ -239,6 +241,57 @@ private slots:
         QCOMPARE(m_line->accessibleDescription(), QString("No communication since 12:00:00"));
         m_line->setStale(false);
         QCOMPARE(shot().pixel(input), live);
+    }
+
+    // Only what has changed is painted anew; what is seen then is what a new diagram paints.
+    void changesAreSeenInWhole_data()
+    {
+        QTest::addColumn<QSize>("size");
+        QTest::newRow("small texts") << leastSize;
+        QTest::newRow("large texts") << largeEnergySize;
+    }
+
+    void changesAreSeenInWhole()
+    {
+        QFETCH(QSize, size);
+        std::mt19937 dice(1);
+        m_line->resize(size);
+        for (auto *block : m_line->findChildren<QAbstractButton *>())
+            block->setFocusPolicy(Qt::NoFocus); // no frame around one of them
+        m_line->show();
+        m_line->findChild<QTimer *>()->stop(); // as the other's dashes stand
+        DataReport report = ones({ 4217, 4218, 4219, 4220 });
+        for (int turn = 0; turn < 60; ++turn) {
+            const auto &rows = deviceFamily().diagram.lines;
+            const DiagramLineRow &row = rows[dice() % rows.size()];
+            report.insert(row.dataId, float(dice() % 3000) / 10);
+            report.insert(row.phaseId, float(1 + dice() % 3));
+            if (turn % 8 == 7)
+                report.insert(4216 + int(dice() % 7), float(dice() % 2)); // a flow
+            if (turn % 5 == 4)
+                report.insert(4117, float(dice() % 101)); // the battery's charge
+            m_line->flushData(report);
+            Energyline other;
+            other.resize(size);
+            other.flushData(report);
+            QVERIFY(shot() == other.grab().toImage());
+            QTRY_VERIFY(m_line->screen()->grabWindow(m_line->winId()).toImage() == shot());
+        }
+    }
+
+    // Dashes move on the screen and leave nothing behind.
+    void dashesMove()
+    {
+        m_line->flushData(ones({ 4216, 4217, 4218, 4219, 4220, 4221, 4222 }));
+        m_line->show();
+        const auto screen = [this] {
+            return m_line->screen()->grabWindow(m_line->winId()).toImage();
+        };
+        QTRY_VERIFY(screen() == shot());
+        const QImage before = shot();
+        QTRY_VERIFY(shot() != before);
+        m_line->findChild<QTimer *>()->stop();
+        QTRY_VERIFY(screen() == shot());
     }
 
     void hiddenCostsNothing()

@@ -15,7 +15,6 @@ namespace {
 constexpr int tickMs = 100;
 constexpr float dashStep = 0.4f;
 constexpr float lastDashOffset = -1000;
-constexpr int flowWidth = 5;
 
 constexpr QColor ground(240, 240, 245);
 constexpr QColor liveFill(41, 71, 198);
@@ -123,17 +122,31 @@ void Energyline::rebuild()
         m_isLarge = isLarge;
         m_look = energyLook(m_family.diagram, isLarge);
     }
-    m_scene = energyScene(m_family.diagram, m_state, m_viewFlags, m_look, energyCentre(size()));
+    m_scene = scene();
     redraw();
+}
+
+EnergyScene Energyline::scene() const
+{
+    return energyScene(m_family.diagram, m_state, m_viewFlags, m_look, energyCentre(size()));
 }
 
 void Energyline::flushData(QMap<int, QVariant> report)
 {
-    const EnergyState state = energyState(m_family, report);
+    EnergyState state = energyState(m_family, report);
     if (state == m_state)
         return;
-    m_state = state;
-    rebuild();
+    std::swap(m_state, state);
+    if (m_state.flows != state.flows || !m_state.capacity != !state.capacity) {
+        rebuild();
+        return;
+    }
+    EnergyScene before = scene();
+    std::swap(m_scene, before);
+    const QRegion changed = changedArea(before, m_scene, rect());
+    if (!m_still.isNull())
+        drawStill(changed);
+    update(changed);
 }
 
 void Energyline::setStale(bool stale, const QString &note)
@@ -166,8 +179,8 @@ void Energyline::animate()
     m_dashOffset -= dashStep;
     if (m_dashOffset < lastDashOffset)
         m_dashOffset = 0;
-    if (!m_scene.flows.empty() && !m_isStale)
-        update();
+    if (!m_isStale)
+        update(flowArea(m_scene));
 }
 
 void Energyline::showEvent(QShowEvent *)
@@ -208,8 +221,11 @@ void Energyline::toggle(const DiagramBlockRow &block)
 void Energyline::paintEvent(QPaintEvent *)
 {
     const QSize pixels = size() * devicePixelRatioF();
-    if (m_still.size() != pixels)
-        drawStill(pixels);
+    if (m_still.size() != pixels) {
+        m_still = QPixmap(pixels);
+        m_still.setDevicePixelRatio(devicePixelRatioF());
+        drawStill(rect());
+    }
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.drawPixmap(0, 0, m_still);
@@ -217,16 +233,15 @@ void Energyline::paintEvent(QPaintEvent *)
 }
 
 // All but the flows, which alone move ten times a second.
-void Energyline::drawStill(const QSize &pixels)
+void Energyline::drawStill(const QRegion &area)
 {
-    m_still = QPixmap(pixels);
-    m_still.setDevicePixelRatio(devicePixelRatioF());
     QPainter painter(&m_still);
+    painter.setClipRegion(area);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing
                            | QPainter::SmoothPixmapTransform);
     drawBase(painter);
     drawBattery(painter);
-    drawdate(painter);
+    drawdate(painter, area);
     drawNote(painter);
 }
 
@@ -298,11 +313,13 @@ void Energyline::drawflow(QPainter &painter) const
     painter.restore();
 }
 
-void Energyline::drawdate(QPainter &painter) const
+void Energyline::drawdate(QPainter &painter, const QRegion &area) const
 {
     const QFont bold = inBold(m_look.font);
     const QFontMetricsF metrics(m_look.font, this);
     for (const SceneText &text : m_scene.texts) {
+        if (!area.intersects(text.rect.toAlignedRect()))
+            continue;
         const bool isOld = m_isStale && text.role == TextRole::Value;
         QFont font = text.role == TextRole::Title ? bold : m_look.font;
         font.setItalic(isOld);

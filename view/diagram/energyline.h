@@ -56,11 +56,12 @@ private:
     void rebuild();
     void animate();
     void redraw();
-    void drawStill(const QSize &pixels);
+    EnergyScene scene() const;
+    void drawStill(const QRegion &area);
     void drawBase(QPainter &painter) const;
     void drawBattery(QPainter &painter) const;
     void drawflow(QPainter &painter) const;
-    void drawdate(QPainter &painter) const;
+    void drawdate(QPainter &painter, const QRegion &area) const;
     void drawNote(QPainter &painter) const;
 
     struct TintedImage

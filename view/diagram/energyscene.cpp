@@ -95,6 +95,32 @@ QPointF energyCentre(const QSize &size)
     return QPointF(size.width() / 2, size.height() / 2);
 }
 
+QRegion changedArea(const EnergyScene &one, const EnergyScene &other, const QRect &everything)
+{
+    if (one.texts.size() != other.texts.size())
+        return everything;
+    QRegion area;
+    if (one.batteryLevel != other.batteryLevel)
+        area += one.battery.rect.toAlignedRect();
+    for (std::size_t i = 0; i < one.texts.size(); ++i) {
+        if (one.texts[i].text != other.texts[i].text)
+            area += one.texts[i].rect.united(other.texts[i].rect).toAlignedRect();
+    }
+    return area;
+}
+
+QRegion flowArea(const EnergyScene &scene)
+{
+    QRegion area;
+    for (const QPolygonF &flow : scene.flows) {
+        for (int i = 1; i < flow.size(); ++i) {
+            const QRectF line = QRectF(flow[i - 1], flow[i]).normalized();
+            area += line.adjusted(-flowWidth, -flowWidth, flowWidth, flowWidth).toAlignedRect();
+        }
+    }
+    return area;
+}
+
 QRectF noteRect(const QPointF &centre)
 {
     return noteArea.translated(centre);

@@ -5,6 +5,9 @@
 #include <QFont>
 #include <QPolygonF>
 #include <QRectF>
+#include <QRegion>
+
+constexpr int flowWidth = 5; // of a flow's line, in pixels
 
 /** Which panels are open, by the view flag of their block. */
 using EnergyViewFlags = std::array<bool, diagramViewFlagCount>;
@@ -60,6 +63,13 @@ QPointF energyCentre(const QSize &size);
 EnergyScene energyScene(const DiagramTables &tables, const EnergyState &state,
                         const EnergyViewFlags &viewFlags, const EnergyLook &look,
                         const QPointF &centre);
+
+/** Where two diagrams of one size and the same flows differ; everything when their panels are not
+ *  made of the same lines. */
+QRegion changedArea(const EnergyScene &one, const EnergyScene &other, const QRect &everything);
+
+/** What the lines of the flows cover. */
+QRegion flowArea(const EnergyScene &scene);
 
 /** Room for a note between the blocks at the left. */
 QRectF noteRect(const QPointF &centre);
