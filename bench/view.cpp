@@ -164,7 +164,7 @@ void benchShownView(Runner &runner)
     constexpr int seconds = 10;
     tavoClient client;
     CollectView *view = client.getView();
-    view->resize(1920, 1080);
+    view->resize(1000, 640);
     view->show();
     QTimer reports;
     const Data texts = deviceTexts();
