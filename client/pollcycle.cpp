@@ -120,7 +120,8 @@ bool PollCycle::postFlagChanges(QVariantMap &map, const DataReport &values)
 {
     const FlagChanges found = findFlagChanges(values, m_record.reportedStates,
                                               m_family.events.size(), m_family.specialFlags);
-    const QDateTime now = QDateTime::currentDateTime(); // what one report tells began at once
+    // What one report tells began at once; most tell nothing.
+    const QDateTime now = found.changes.isEmpty() ? QDateTime() : QDateTime::currentDateTime();
     for (const FlagChange &change : found.changes) {
         const bool isSpecial = !change.alarmId;
         if (isSpecial)
