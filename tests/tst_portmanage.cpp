@@ -217,7 +217,7 @@ private slots:
         QVERIFY(port->readData(&byte, 1) <= 0);
         QVERIFY(port->isHungUp());
         QCOMPARE(port->writeData(&byte, 1), -1);
-        QCOMPARE(port->lastError(), ulong(SerialPort::WriteFailed));
+        QCOMPARE(port->lastError(), ulong(PortError::WriteFailed));
         QVERIFY(clock.elapsed() < 150); // much less than the timeout
         QVERIFY(!manager.getPortHandle(line.name())->isOpen());
         QCOMPARE(port->readData(&byte, 1) + port->writeData(&byte, 1), -2);

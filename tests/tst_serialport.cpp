@@ -199,7 +199,7 @@ private slots:
             QCOMPARE(m_guard->messages().constLast(),
                      QStringLiteral("[CommOpen]    open serial error!"));
             QVERIFY(!port.ReOpen());
-            QCOMPARE(port.lastError(), ulong(SerialPort::NoError)); // which is for transfers
+            QCOMPARE(port.lastError(), ulong(PortError::NoError)); // which is for transfers
         }
         QCOMPARE(m_guard->messages().filter(QStringLiteral(" does not open: ")).size(), 4);
         QVERIFY(m_guard->messages().contains(
@@ -296,7 +296,7 @@ private slots:
         clock.restart();
         QCOMPARE(port.bytesAvailable(), -1); // 390 microseconds
         QVERIFY(clock.elapsed() < noticeable);
-        QCOMPARE(port.lastError(), ulong(SerialPort::TimedOut));
+        QCOMPARE(port.lastError(), ulong(PortError::TimedOut));
         port.setTimeout(30000);
         QCOMPARE(int(line.settings().c_cc[VTIME]), 44);
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "serial/linequeue.h"
+#include "serial/porterror.h"
 #include "serial/serialsettings.h"
 #include "serial/trafficlog.h"
 #include "serial/unsentoutput.h"
@@ -27,16 +28,6 @@ class SerialPort : public QIODevice
 
 public:
     enum QueryMode : int { Polling, EventDriven };
-    /** Values of errorCode; other values are values of errno. */
-    enum ErrorCode : unsigned long {
-        NoError = 0,
-        BadDescriptor = 1,
-        OutOfMemory = 2,
-        CaughtSignal = 3,
-        TimedOut = 4,
-        ReadFailed = 13,
-        WriteFailed = 14,
-    };
 
     SerialPort();
     SerialPort(const QString &name, QueryMode mode);
@@ -99,6 +90,7 @@ public:
     QString getPortName() const { return port; }
     /** The settings text last given to CommOpen(). */
     QString getPortSettings() const;
+    /** A PortError::Code, or a value of errno. */
     unsigned long lastError() const { return errorCode; }
     /** True when the open device went away: only a ReOpen() helps. */
     bool isHungUp() const { return m_hungUp; }
@@ -142,7 +134,7 @@ private:
     PortSettings currentSettings;
     QString port;
     QueryMode queryMode = Polling;
-    mutable unsigned long errorCode = NoError;
+    mutable unsigned long errorCode = PortError::NoError;
     bool m_hungUp = false;
     UnsentOutput m_unsent;
     std::error_code m_openError; // of the last open()

@@ -19,19 +19,6 @@ constexpr int driverBuffer = 4096;
 // Whatever the settings say, as others wait for the line.
 constexpr seconds longestWait { 60 };
 
-struct ErrorRow
-{
-    unsigned long error;
-    SerialPort::ErrorCode code;
-};
-
-constexpr ErrorRow errorRows[] = {
-    { EBADF, SerialPort::BadDescriptor },
-    { ENOTTY, SerialPort::BadDescriptor },
-    { ENOMEM, SerialPort::OutOfMemory },
-    { EINTR, SerialPort::CaughtSignal },
-};
-
 bool meansHangUp(int error)
 {
     return error == EIO || error == ENODEV || error == ENXIO;
@@ -48,7 +35,7 @@ qint64 SerialPort::bytesAvailable() const
         + std::chrono::microseconds(selectTimeout.remainder));
     const auto end = StopSource::waitFor(descriptor(), POLLIN | POLLPRI, limit);
     if (end == StopSource::Wait::TimedOut) {
-        errorCode = TimedOut;
+        errorCode = PortError::TimedOut;
         return -1;
     }
     int waiting = 0;
@@ -57,7 +44,7 @@ qint64 SerialPort::bytesAvailable() const
         translateError(static_cast<unsigned long>(error));
         return -1;
     }
-    errorCode = NoError;
+    errorCode = PortError::NoError;
     return waiting + QIODevice::bytesAvailable();
 }
 
@@ -78,7 +65,7 @@ qint64 SerialPort::readData(char *data, qint64 maxSize)
     if (count == 0 || (count < 0 && meansHangUp(error)))
         noteHangUp();
     if (count < 0)
-        errorCode = ReadFailed;
+        errorCode = PortError::ReadFailed;
     if (count > 0)
         saveLogData(data, int(count), TrafficLog::Received);
     return count;
@@ -110,7 +97,7 @@ qint64 SerialPort::writeData(const char *data, qint64 length)
             break;
     }
     if (written == 0 && length > 0) {
-        errorCode = WriteFailed;
+        errorCode = PortError::WriteFailed;
         return -1;
     }
     if (written > 0)
@@ -144,9 +131,7 @@ void SerialPort::noteHangUp()
 
 unsigned long SerialPort::translateError(unsigned long error) const
 {
-    const auto row = std::find_if(std::begin(errorRows), std::end(errorRows),
-                                  [error](const ErrorRow &r) { return r.error == error; });
-    errorCode = row == std::end(errorRows) ? error : row->code;
+    errorCode = PortError::codeOf(error);
     return errorCode;
 }
 
