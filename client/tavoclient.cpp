@@ -1,7 +1,6 @@
 #include "tavoclient.h"
 
 #include "atend.h"
-#include "deletionbudget.h"
 #include "deviceconfig.h"
 #include "hostfile.h"
 #include "hostvocabulary.h"
@@ -21,16 +20,6 @@
 
 using namespace HostContract;
 
-namespace {
-
-using namespace std::chrono_literals;
-
-// After so long a driver that has not returned is worth a word; at the end of an event loop, which
-// does nothing later, it is waited for so long.
-constexpr auto deletionPatience = 900ms;
-
-} // namespace
-
 void tavoDataProce(int id, float value, void *context)
 {
     (*static_cast<tavoClient **>(context))->parseData(id, value);
@@ -40,6 +29,7 @@ tavoClient::tavoClient(CollectThread *parent)
     : CollectThread(parent)
     , m_settings(*this)
     , m_helper(new QProcess(this))
+    , m_deletion(*this, m_stop, m_gate)
     , m_driver(deviceFamily().driverLibrary)
     , m_cycle(deviceFamily(), *this, { communicationState, failCount, reportedStates }, m_stop,
               m_driver, tavoDataProce, &m_self)
@@ -54,7 +44,7 @@ tavoClient::tavoClient(CollectThread *parent)
 
 tavoClient::~tavoClient()
 {
-    requestStop();
+    m_deletion.requestStop();
     m_gate.waitIdle();
     wait();
     m_cycle.dropConnection();
@@ -85,7 +75,7 @@ void tavoClient::release(tavoClient *client)
 {
     if (!client)
         return;
-    client->requestStop();
+    client->m_deletion.requestStop();
     client->deleteLater();
 }
 
@@ -93,50 +83,8 @@ bool tavoClient::event(QEvent *event)
 {
     if (event->type() != QEvent::DeferredDelete)
         return CollectThread::event(event);
-    endOrPutOff();
+    m_deletion.endOrPutOff();
     return true;
-}
-
-// The host's event loop does not wait: not for a driver, and not for many deletions in one go.
-void tavoClient::endOrPutOff()
-{
-    const bool hasLoop = QThread::currentThread()->loopLevel() > 0;
-    if (hasLoop && !DeletionBudget::hasTime()) {
-        QTimer::singleShot(DeletionBudget::window, this, &tavoClient::endOrPutOff);
-        return;
-    }
-    const auto start = std::chrono::steady_clock::now();
-    const AtEnd spend([start] { DeletionBudget::spendSince(start); });
-    requestStop(); // takes its time too, with a thousand clients
-    // A slot or a driver may run an event loop within poll(): the cycle below it needs the client.
-    if (m_gate.isInside() || !m_gate.waitIdle(hasLoop ? 0ms : deletionPatience))
-        putOffDeletion();
-    else if (hasLoop && isRunning())
-        QTimer::singleShot(DeletionBudget::window, this, &tavoClient::endOrPutOff);
-    else
-        delete this;
-}
-
-// Never by another deleteLater(): Qt drops that while the client has any event to come.
-void tavoClient::putOffDeletion()
-{
-    if (!m_isDeletionPutOff) {
-        m_isDeletionPutOff = true;
-        QTimer::singleShot(deletionPatience, this, [this] {
-            qWarning() << "tavoClient" << deviceName
-                       << "is deleted later: its driver has not returned yet";
-        });
-    }
-    m_gate.whenIdle([this] {
-        QMetaObject::invokeMethod(this, &tavoClient::endOrPutOff, Qt::QueuedConnection);
-    });
-}
-
-// Ends the waits of a cycle and the event loop of run(); the driver has to return by itself.
-void tavoClient::requestStop()
-{
-    m_stop.request();
-    quit();
 }
 
 bool tavoClient::LoadDriver()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "activitygate.h"
+#include "clientdeletion.h"
 #include "clientsettings.h"
 #include "collectthread.h"
 #include "cyclehost.h"
@@ -126,20 +127,17 @@ private:
     std::unique_ptr<DeviceHold> hold() override;
 
     void giveEventLoop();
-    void requestStop();
-    void endOrPutOff();
-    void putOffDeletion();
     void pollIfDue();
 
     ClientSettings m_settings;
-    bool m_isDeletionPutOff = false; // the thread that the client lives in
-    qint64 m_lastPollTime = 0;       // s since the epoch; polling thread
-    tavoClient *m_self = this;       // what the driver's context points to
+    qint64 m_lastPollTime = 0; // s since the epoch; polling thread
+    tavoClient *m_self = this; // what the driver's context points to
     ClientNews m_news;
     QPointer<tavoView> m_view; // GUI thread
     QProcess *m_helper;        // a child
     StopSource m_stop;
     ActivityGate m_gate; // entered by the thread that polls
+    ClientDeletion m_deletion;
     DriverBinding m_driver;
     PollCycle m_cycle; // polling thread
 };
