@@ -69,8 +69,7 @@ void applyBatteryType(const Family &family, const tavoViewData &data, const Data
     const int type = integerAt(report, family.ids.batteryType);
     if (type < 0 || type >= batteryTypeCount)
         return;
-    const auto settings = data.getBasicConfig() + data.getBatteryConfig() + data.getAdjustConfig()
-        + data.getDevInfoConfig();
+    const auto settings = data.settings();
     for (ParameterInformation *record : settings) {
         for (const CellRangeRow &row : family.cellRanges) {
             if (record->dataId != row.dataId)

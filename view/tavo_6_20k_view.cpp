@@ -17,44 +17,52 @@ void addOptions(ParameterInformation &record, const char *context, Rows<OptionRo
 
 } // namespace
 
+// A list, and the rows that fill it.
+struct tavo_6_20k_View::Page
+{
+    ParameterList tavoViewData::*list;
+    Rows<ParameterRow> ParameterPages::*rows;
+};
+
+// clang-format off
+const tavo_6_20k_View::Page tavo_6_20k_View::pages[] = {
+    { &tavo_6_20k_View::m_deviceData,    &ParameterPages::device        },
+    { &tavo_6_20k_View::m_batteryData,   &ParameterPages::battery       },
+    { &tavo_6_20k_View::m_recInvData,    &ParameterPages::recInv        },
+    { &tavo_6_20k_View::m_inputData,     &ParameterPages::input         },
+    { &tavo_6_20k_View::m_outputData,    &ParameterPages::output        },
+    { &tavo_6_20k_View::m_bypassData,    &ParameterPages::bypass        },
+    { &tavo_6_20k_View::m_basicConfig,   &ParameterPages::basicConfig   },
+    { &tavo_6_20k_View::m_batteryConfig, &ParameterPages::batteryConfig },
+    { &tavo_6_20k_View::m_adjustConfig,  &ParameterPages::adjustConfig  },
+    { &tavo_6_20k_View::m_specialConfig, &ParameterPages::specialConfig },
+    { &tavo_6_20k_View::m_devInfoConfig, &ParameterPages::devInfoConfig },
+};
+// clang-format on
+
 tavo_6_20k_View::tavo_6_20k_View(tavoViewData *parent)
     : tavoViewData(parent)
 {
     const Family &family = deviceFamily();
+    const char *const context = family.parameterContext;
     m_devCode = family.deviceCode;
-    const auto fill = [&](ParameterList &list, Rows<ParameterRow> rows) {
-        for (const ParameterRow &row : rows) {
-            const char *const context = family.parameterContext;
+    for (const Page &page : pages) {
+        for (const ParameterRow &row : family.pages.*page.rows) {
             ParameterInformation *record =
-                addDataDesc(list, translated(context, row.label), QStringLiteral("-"),
+                addDataDesc(this->*page.list, translated(context, row.label), QStringLiteral("-"),
                             translated(context, row.unit), row.scale, row.min, row.max);
             record->dataId = row.dataId;
             record->type = row.type;
             record->length = row.length;
             addOptions(*record, context, row.options);
         }
-    };
-    fill(m_deviceData, family.pages.device);
-    fill(m_batteryData, family.pages.battery);
-    fill(m_recInvData, family.pages.recInv);
-    fill(m_inputData, family.pages.input);
-    fill(m_outputData, family.pages.output);
-    fill(m_bypassData, family.pages.bypass);
-    fill(m_basicConfig, family.pages.basicConfig);
-    fill(m_batteryConfig, family.pages.batteryConfig);
-    fill(m_adjustConfig, family.pages.adjustConfig);
-    fill(m_specialConfig, family.pages.specialConfig);
-    fill(m_devInfoConfig, family.pages.devInfoConfig);
+    }
     for (const EventRow &row : family.events)
         m_alarmList.append(translated("tavoFont", row.text));
 }
 
 tavo_6_20k_View::~tavo_6_20k_View()
 {
-    const ParameterList *const lists[] = { &m_deviceData,    &m_batteryData,   &m_recInvData,
-                                           &m_inputData,     &m_outputData,    &m_bypassData,
-                                           &m_basicConfig,   &m_batteryConfig, &m_adjustConfig,
-                                           &m_specialConfig, &m_devInfoConfig };
-    for (const ParameterList *list : lists)
-        qDeleteAll(*list);
+    for (const Page &page : pages)
+        qDeleteAll(this->*page.list);
 }

@@ -15,4 +15,8 @@ class tavo_6_20k_View : public tavoViewData
 public:
     explicit tavo_6_20k_View(tavoViewData *parent = nullptr);
     ~tavo_6_20k_View() override;
+
+private:
+    struct Page;
+    static const Page pages[];
 };

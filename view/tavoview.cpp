@@ -2,30 +2,25 @@
 
 #include "answers/requeststatus.h"
 #include "banner/statebanner.h"
-#include "diagram/energyline.h"
 #include "displaytext.h"
 #include "hostvocabulary.h"
 #include "pages/alarmpage.h"
 #include "pages/controlactions.h"
-#include "pages/controlpage.h"
+#include "pages/devicepages.h"
 #include "pages/historynote.h"
 #include "pages/maintenancepage.h"
 #include "pages/overviewpage.h"
-#include "pages/realdatapage.h"
 #include "pages/settingseditor.h"
 #include "pages/settingstable.h"
-#include "pages/settingstabs.h"
 #include "pages/valuepanel.h"
 #include "style/viewstyle.h"
-#include "trends/trendpanel.h"
 
 #include <QAbstractButton>
-#include <QBoxLayout>
+#include <QGridLayout>
 #include <QHideEvent>
-#include <QLabel>
-#include <QScrollArea>
 #include <QStackedWidget>
 #include <QTabWidget>
+#include <QTimer>
 
 using namespace HostContract;
 
@@ -46,21 +41,11 @@ tavoView::~tavoView()
 
 void tavoView::refreshLayout()
 {
-    if (!m_tabs) {
+    if (!m_pages) {
         m_tabs = new QTabWidget(this);
         m_tabs->setStyleSheet(
             QStringLiteral("QTabBar::tab:disabled {width: 0; color: transparent;}"));
-        m_tabs->addTab(createOverviewPage(), tr("Overview"));
-        m_tabs->addTab(createAlarmPage(), tr("Alarm"));
-        m_tabs->addTab(createRealDataPage(), tr("RT-data"));
-        createSettings();
-        const char *const clicked = SLOT(pushButtonSlot());
-        m_controlPage = new ControlPage(m_family.commands, m_settings, this, clicked, m_tabs);
-        m_maintenancePage = new MaintenancePage(m_family.commands, this, clicked, m_tabs);
-        connect(m_actions, &ControlActions::downloadBegins, &m_maintenancePage->history(),
-                &HistoryNote::begin);
-        m_tabs->addTab(m_controlPage, tr("Control"));
-        m_tabs->addTab(m_maintenancePage, tr("Maintenance"));
+        createPages();
         auto *grid = new QGridLayout(this);
         grid->setObjectName(QStringLiteral("tavoView_grid"));
         grid->setContentsMargins(8, 8, 8, 8);
@@ -73,90 +58,46 @@ void tavoView::refreshLayout()
         m_banner = new StateBanner(this);
         grid->setMenuBar(m_banner); // above the grid, whose cells keep their places
         connectRequests();
-        // An upgrade covers the pages only: disabled tabs would lose their titles.
-        m_actions->setPages(m_tabs->currentWidget()->parentWidget());
         spreadFont(*this);
-        applyUserLevel();
-        showStale();
+        showAccess();
         connect(m_tabs, &QTabWidget::currentChanged, this, &tavoView::UpdatePointTabInfo);
     }
-    m_diagram->set_all_off_Flow();
+    m_pages->overview().clearFlows();
 }
 
-QWidget *tavoView::createOverviewPage()
+void tavoView::createPages()
 {
-    m_diagram = new Energyline(this);
-    m_overviewTrends = new TrendPanel(m_trends, this);
-    return createScrollPage("OverviewTable", new OverviewPage(m_diagram, m_overviewTrends), m_tabs);
-}
-
-QWidget *tavoView::createAlarmPage()
-{
-    // Titles follow the cells: the time stands first.
-    m_alarms = new AlarmPage({ tr("Data/Time"), tr("Event description") }, m_tabs);
-    return m_alarms;
-}
-
-QWidget *tavoView::createRealDataPage()
-{
-    const struct
-    {
-        QString title;
-        QList<ParameterInformation *> records;
-    } panels[] = {
-        { tr("DEVICE"), m_viewData.getDeviceData() },
-        { tr("OUTPUT"), m_viewData.getOutputData() },
-        { tr("INPUT"), m_viewData.getInputData() },
-        { tr("BYPASS"), m_viewData.getBypassData() },
-        { tr("BATTERY"), m_viewData.getBatteryData() },
-        { tr("REC/INV"), m_viewData.getRecInvData() },
+    const auto createCard = [this](QWidget *page, const QString &title, const auto &records) {
+        QList<QLabel *> labels;
+        return ShowPanalView(page, title, records, labels);
     };
-    m_realData = new RealDataPage(m_tabs);
-    QList<QLabel *> labels;
-    for (const auto &panel : panels) {
-        if (panel.records.isEmpty())
-            continue; // the family has no such part
-        m_realData->addPanel(ShowPanalView(m_realData, panel.title, panel.records, labels));
-    }
-    m_realDataTrends = new TrendPanel(m_trends, m_realData);
-    m_realData->addTrends(m_realDataTrends);
-    return createScrollPage("realDataTable", m_realData, m_tabs);
-}
-
-void tavoView::createSettings()
-{
-    const struct
-    {
-        const char *objectName;
-        QString title;
-        QList<ParameterInformation *> records;
-    } pages[] = {
-        { "basicTable", tr("Basic parameters"), m_viewData.getBasicConfig() },
-        { "batteryTable", tr("Battery parameters"), m_viewData.getBatteryConfig() },
-        { "adjustTable", tr("Adjusting parameters"), m_viewData.getAdjustConfig() },
-        { "devinforTable", tr("UPS information"), m_viewData.getDevInfoConfig() },
-    };
-    m_settings = new SettingsTabs(m_tabs);
-    for (const auto &page : pages) {
-        if (page.records.isEmpty())
-            continue;
+    const auto createTable = [this](const QString &objectName, const auto &records) {
         QTableWidget *table = nullptr;
-        initialConfigTable(QString::fromLatin1(page.objectName), page.records, table);
-        m_settings->addTable(table, page.title);
+        initialConfigTable(objectName, records, table);
         connect(table, SIGNAL(cellDoubleClicked(int, int)), this,
                 SLOT(slot_doubleClicked(int, int)));
-    }
-    m_settings->finish(font());
-    m_editor = new SettingsEditor(*m_settings, this);
-    connect(m_editor, &SettingsEditor::postDEvent, this, &tavoView::postDEvent);
-    connect(m_actions, &ControlActions::upgradeBegins, m_editor, &SettingsEditor::close);
+        return table;
+    };
+    m_pages = std::make_unique<DevicePages>(
+        m_family, m_viewData, m_record.trends(),
+        PageParts { *this, createCard, createTable, SLOT(pushButtonSlot()) }, *m_tabs);
+}
+
+void tavoView::connectRequests()
+{
+    m_pages->follow(*m_actions, *m_requests);
+    m_requests->setSettings(m_viewData.settings());
+    connect(&m_pages->editor(), &SettingsEditor::postDEvent, this, &tavoView::postDEvent);
+    connect(this, &CollectView::postDEvent, m_requests,
+            [this](int, const QVariantMap &event) { m_requests->follow(event); });
+    connect(m_actions, &ControlActions::upgradeBegins, m_requests, &RequestStatus::beginUpgrade);
+    connect(m_actions, &ControlActions::upgradeEnded, m_requests, &RequestStatus::endUpgrade);
 }
 
 void tavoView::initialConfigTable(QString objectName, QList<ParameterInformation *> list,
                                   QTableWidget *&table)
 {
-    table = new SettingsTable(objectName, { tr("Parameter"), tr("Current settings"), tr("Range") },
-                              list);
+    table = new SettingsTable(objectName, list);
 }
 
 ValuePanel *tavoView::ShowPanalView(QWidget *parent, QString title,
@@ -175,15 +116,9 @@ QString tavoView::getPvalue(const ParameterInformation *record) const
 void tavoView::flushData(QMap<int, QVariant> report)
 {
     CollectView::flushData(report);
-    // A device that has never answered is reported without any value: that is no report to show.
-    m_hasReport = m_hasReport || !report.isEmpty();
-    // Both follow every report, whichever tab is current: the time of an event is when it was
-    // first seen, and the dialog checks against the ranges of the current battery type.
-    const QDateTime now = QDateTime::currentDateTime();
-    const QVector<RecordedEvent> appeared =
-        m_eventRecord.update(report, m_viewData.getAlarmList().size(),
-                             m_news ? m_news->onsets() : QMap<int, EventOnset>(), now);
-    keepTrends(appeared, now);
+    // Both follow every report, whichever tab is current: what the record misses is lost, and the
+    // dialog checks against the ranges of the current battery type.
+    m_record.takeReport(report);
     applyBatteryType(m_family, m_viewData, report);
     m_requests->takeReport(report);
     showState();
@@ -192,30 +127,28 @@ void tavoView::flushData(QMap<int, QVariant> report)
 
 void tavoView::refreshData()
 {
-    if (m_tabs)
+    if (m_pages)
         UpdatePointTabInfo(m_tabs->currentIndex());
 }
 
 void tavoView::UpdatePointTabInfo(int tab)
 {
-    if (!m_hasReport || !m_tabs)
+    if (!m_record.hasReport() || !m_pages)
         return;
     switch (tab) {
     case OverviewTab:
-        m_diagram->flushData(dataReport);
-        if (m_link.isLost()) // with the date, once that is not today's any more
-            m_diagram->setStale(true, m_link.text(QDate::currentDate()));
-        m_overviewTrends->refresh();
+        m_pages->overview().showReport(dataReport);
+        if (m_record.isLost()) // with the date, once that is not today's any more
+            m_pages->overview().setLost(m_record.lostText());
         break;
     case AlarmTab:
         showAlarms();
         break;
     case RealDataTab:
-        m_realData->showReport(dataReport);
-        m_realDataTrends->refresh();
+        m_pages->realData().showReport(dataReport);
         break;
     case ControlTab:
-        m_settings->showReport(dataReport);
+        m_pages->settings().showReport(dataReport);
         break;
     default:
         break;
@@ -226,20 +159,8 @@ void tavoView::setUserInfo(QString user, int level)
 {
     CollectView::setUserInfo(user, level);
     m_actions->setUserLevel(level);
-    if (m_tabs)
-        applyUserLevel();
-}
-
-void tavoView::applyUserLevel()
-{
-    const bool mayControl = userLevel != 0;
-    showReason();
-    m_controlPage->setEnabled(mayControl);
-    m_tabs->setTabEnabled(MaintenanceTab, mayControl);
-    // The tab bar does not measure a tab again when it is only disabled.
-    m_tabs->setTabVisible(MaintenanceTab, mayControl);
-    if (!mayControl)
-        m_editor->close();
+    if (m_pages)
+        showAccess();
 }
 
 void tavoView::slot_doubleClicked(int row, int)
@@ -248,22 +169,16 @@ void tavoView::slot_doubleClicked(int row, int)
     ParameterInformation *record = table ? table->recordAt(row) : nullptr;
     if (!record)
         return;
-    m_editor->load(record, dataReport, deviceName);
+    m_pages->editor().load(record, dataReport, deviceName);
     if (userLevel > 0)
-        m_editor->show();
-}
-
-void tavoView::tellOfHistory(const HistoryOutcome &outcome)
-{
-    if (m_maintenancePage)
-        m_maintenancePage->history().end(outcome);
+        m_pages->editor().show();
 }
 
 // A host that shows another device must not leave this one's dialog over it.
 void tavoView::hideEvent(QHideEvent *event)
 {
-    if (m_editor && !event->spontaneous())
-        m_editor->close();
+    if (m_pages && !event->spontaneous())
+        m_pages->editor().close();
     CollectView::hideEvent(event);
 }
 
@@ -277,4 +192,63 @@ void tavoView::pushButtonSlot()
     m_actions->setDeviceName(deviceName);
     if (const auto *button = qobject_cast<const QAbstractButton *>(sender()))
         m_actions->press(*button);
+}
+
+void tavoView::follow(ClientNews &news)
+{
+    connect(&news, &ClientNews::historyExported, this, [this](const HistoryOutcome &outcome) {
+        if (m_pages)
+            m_pages->maintenance().history().end(outcome);
+    });
+    connect(&news, &ClientNews::commandAnswered, m_requests, &RequestStatus::answer);
+    const auto takeLink = [this, &news] {
+        if (m_record.follow(news) && m_pages)
+            showAccess();
+    };
+    connect(&news, &ClientNews::linkChanged, this, takeLink);
+    takeLink();
+}
+
+void tavoView::flushUpsInfo(QString key, QVariant value)
+{
+    CollectView::flushUpsInfo(key, value);
+    if (key == Key::state() && m_record.takeLink(value.toInt()) && m_pages)
+        showAccess();
+}
+
+// Whether the device answers, and what this user may ask of it.
+void tavoView::showAccess()
+{
+    m_pages->setAccess(m_record.lostText(), userLevel != 0);
+    showAlarms();
+    showState();
+}
+
+void tavoView::showAlarms()
+{
+    const EventRecord &events = m_record.events();
+    m_pages->alarms().show(
+        { events.events(), events.lastCleared(), m_record.hasReport(), m_record.lostText() });
+}
+
+// Nobody reads the banner of a hidden view.
+void tavoView::showState()
+{
+    if (m_banner && isVisible())
+        m_banner->say(bannerText(
+            m_family,
+            { m_record.isLost(), m_record.lostSince(), m_record.hasReport(), dataReport }));
+}
+
+void tavoView::showEvent(QShowEvent *event)
+{
+    showState();
+    CollectView::showEvent(event);
+}
+
+void tavoView::changeEvent(QEvent *event)
+{
+    CollectView::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        QTimer::singleShot(0, this, [this] { spreadPalette(*this); });
 }

@@ -1,26 +1,19 @@
 #pragma once
 
 #include "collectview.h"
+#include "devicerecord.h"
 #include "family.h"
-#include "linkwatch.h"
-#include "pages/eventrecord.h"
 #include "tavo_6_20k_view.h"
-#include "trends/trendstore.h"
 
-class AlarmPage;
+#include <memory>
+
 class ControlActions;
-class ControlPage;
-class Energyline;
-class MaintenancePage;
+class DevicePages;
 class QLabel;
 class QTabWidget;
 class QTableWidget;
-class RealDataPage;
 class RequestStatus;
-class SettingsEditor;
-class SettingsTabs;
 class StateBanner;
-class TrendPanel;
 class UpgradeDevice;
 class ValuePanel;
 
@@ -38,7 +31,7 @@ class tavoView : public CollectView
     Q_OBJECT
 
 public:
-    /** The pages, in the order of their tabs. */
+    /** The tabs, in the order of DevicePages. */
     enum Tab { OverviewTab, AlarmTab, RealDataTab, ControlTab, MaintenanceTab };
 
     explicit tavoView(QWidget *parent = nullptr);
@@ -92,39 +85,18 @@ public slots:
     void pushButtonSlot();
 
 private:
-    QWidget *createOverviewPage();
-    QWidget *createAlarmPage();
-    QWidget *createRealDataPage();
-    void createSettings();
-    void applyUserLevel();
+    void createPages();
     void connectRequests();
-    void takeNews();
-    void spreadPalette();
-    void showStale();
-    void showReason();
+    void showAccess();
     void showState();
     void showAlarms();
-    void keepTrends(const QVector<RecordedEvent> &appeared, const QDateTime &now);
-    void tellOfHistory(const HistoryOutcome &outcome);
 
     const Family &m_family = deviceFamily();
     ControlActions *m_actions; // a child
     RequestStatus *m_requests; // a child
     tavo_6_20k_View m_viewData;
-    bool m_hasReport = false; // one with values
-    EventRecord m_eventRecord;
-    TrendStore m_trends { m_family };
-    LinkWatch m_link;
-    QTabWidget *m_tabs = nullptr; // null until the layout is built
-    Energyline *m_diagram = nullptr;
-    TrendPanel *m_overviewTrends = nullptr;
-    AlarmPage *m_alarms = nullptr;
-    RealDataPage *m_realData = nullptr;
+    DeviceRecord m_record { m_family };
+    QTabWidget *m_tabs = nullptr;
+    std::unique_ptr<DevicePages> m_pages; // null until the layout is built
     StateBanner *m_banner = nullptr;
-    ControlPage *m_controlPage = nullptr;
-    TrendPanel *m_realDataTrends = nullptr;
-    SettingsTabs *m_settings = nullptr;
-    SettingsEditor *m_editor = nullptr;
-    MaintenancePage *m_maintenancePage = nullptr;
-    const ClientNews *m_news = nullptr;
 };

@@ -70,6 +70,11 @@ QList<QString> tavoViewData::getAlarmList() const
     return m_alarmList;
 }
 
+tavoViewData::ParameterList tavoViewData::settings() const
+{
+    return getBasicConfig() + getBatteryConfig() + getAdjustConfig() + getDevInfoConfig();
+}
+
 ParameterInformation *tavoViewData::addDataDesc(ParameterList &list, const QString &name,
                                                 const QString &value, const QString &unit,
                                                 float scale, int min, int max)

@@ -34,6 +34,9 @@ public:
     virtual ParameterList getDevInfoConfig() const;
     virtual QList<QString> getAlarmList() const;
 
+    /** The settings of all pages that are shown. */
+    ParameterList settings() const;
+
     /** Appends a new record to `list`. The caller sets its identifier, type and options.
      *  @param min, max  raw bounds; both 0: no range */
     ParameterInformation *addDataDesc(ParameterList &list, const QString &name,

@@ -1,5 +1,6 @@
 #include "answers/requeststatus.h"
 
+#include <QCoreApplication>
 #include <QTimer>
 
 namespace {
@@ -75,8 +76,22 @@ void RequestStatus::show(const Request &request)
     say(statusText(request), statusTone(request));
 }
 
-void RequestStatus::tellUpgrade(const QString &what, const QString &state, Tone tone)
+void RequestStatus::beginUpgrade()
 {
+    tellUpgrade(QCoreApplication::translate("tavoView", "under way"), Tone::Plain);
+}
+
+void RequestStatus::endUpgrade(bool isGood)
+{
+    if (isGood)
+        tellUpgrade(QCoreApplication::translate("tavoView", "ended without a problem"), Tone::Good);
+    else
+        tellUpgrade(QCoreApplication::translate("tavoView", "ended with a problem"), Tone::Alarm);
+}
+
+void RequestStatus::tellUpgrade(const QString &state, Tone tone)
+{
+    const QString what = QCoreApplication::translate("tavoView", "UPS upgrade");
     const QString time = QDateTime::currentDateTime().toString(QStringLiteral("HH:mm:ss"));
     say(QStringList { time, what, state }.join(QStringLiteral(" \u00b7 ")), tone);
 }

@@ -34,7 +34,8 @@ public:
     void takeReport(const DataReport &report);
 
     /** The upgrade that the user asked for goes on, or has ended. */
-    void tellUpgrade(const QString &what, const QString &state, Tone tone);
+    void beginUpgrade();
+    void endUpgrade(bool isGood);
 
     QString text() const { return m_text; }
     Tone tone() const { return m_tone; }
@@ -45,6 +46,7 @@ signals:
 private:
     void miss(int number);
     void show(const Request &request);
+    void tellUpgrade(const QString &state, Tone tone);
     void say(const QString &text, Tone tone);
 
     const Family &m_family;

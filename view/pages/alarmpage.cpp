@@ -5,6 +5,7 @@
 #include "style/noteline.h"
 
 #include <QBoxLayout>
+#include <QCoreApplication>
 #include <QToolButton>
 
 #include <algorithm>
@@ -19,6 +20,13 @@ EventSeverity severityOf(const RecordedEvent &event)
 bool isWorse(const RecordedEvent &a, const RecordedEvent &b)
 {
     return severityOf(a) > severityOf(b);
+}
+
+// Titles follow the cells: the time stands first.
+QStringList headers()
+{
+    return { QCoreApplication::translate("tavoView", "Data/Time"),
+             QCoreApplication::translate("tavoView", "Event description") };
 }
 
 } // namespace
@@ -44,11 +52,12 @@ QString alarmText(const AlarmState &state, const QDate &today)
     return AlarmPage::tr("%1 \u00b7 last cleared %2").arg(active, time);
 }
 
-AlarmPage::AlarmPage(const QStringList &headers, QWidget *parent)
+AlarmPage::AlarmPage(const QStringList &texts, QWidget *parent)
     : QWidget(parent)
+    , m_texts(texts)
     , m_line(new NoteLine(this))
     , m_worstFirst(new QToolButton(this))
-    , m_table(new RecordTable(headers, this))
+    , m_table(new RecordTable(headers(), this))
 {
     setObjectName(QStringLiteral("AlarmTable"));
     m_worstFirst->setText(tr("Worst first"));
@@ -64,12 +73,11 @@ AlarmPage::AlarmPage(const QStringList &headers, QWidget *parent)
     write();
 }
 
-void AlarmPage::show(const AlarmState &state, const QStringList &texts)
+void AlarmPage::show(const AlarmState &state)
 {
     if (areAlike(state, m_state) && m_today == QDate::currentDate())
         return;
     m_state = state;
-    m_texts = texts;
     write();
 }
 

@@ -33,19 +33,18 @@ class AlarmPage : public QWidget
     Q_OBJECT
 
 public:
-    /** @param headers  the titles of the table */
-    explicit AlarmPage(const QStringList &headers, QWidget *parent = nullptr);
+    /** @param texts  the description of event k at index k */
+    explicit AlarmPage(const QStringList &texts, QWidget *parent = nullptr);
 
-    /** Shows a state; writes only what differs.
-     *  @param texts  the description of event k at index k */
-    void show(const AlarmState &state, const QStringList &texts);
+    /** Shows a state; writes only what differs. */
+    void show(const AlarmState &state);
 
 private:
     void write();
 
+    const QStringList m_texts;
     AlarmState m_state;
     QDate m_today; // that was written
-    QStringList m_texts;
     NoteLine *m_line;
     QToolButton *m_worstFirst;
     RecordTable *m_table;

@@ -14,6 +14,7 @@
 ControlPage::ControlPage(Rows<CommandRow> commands, QWidget *settings, QObject *receiver,
                          const char *clicked, QWidget *parent)
     : QScrollArea(parent)
+    , m_commands(commands)
 {
     setObjectName(QStringLiteral("ControlTable"));
     auto *contents = new QWidget(this);
@@ -43,15 +44,25 @@ ControlPage::ControlPage(Rows<CommandRow> commands, QWidget *settings, QObject *
     contents->installEventFilter(this);
 }
 
-void ControlPage::setLinked(bool isLinked)
+void ControlPage::setAccess(const QString &lost, bool mayControl)
 {
-    m_isLinked = isLinked;
+    const bool isLost = !lost.isEmpty();
+    m_isLost = isLost;
+    setEnabled(mayControl);
     showHint();
+    setLinked(*this, m_commands, !isLost);
+    const QString reason = isLost
+        ? QCoreApplication::translate("tavoView", "%1: nothing can be sent").arg(lost)
+        : mayControl ? QString()
+                     : QCoreApplication::translate(
+                         "tavoView", "Only to look at: this user may not control the device");
+    m_status->showReason(reason, isLost ? Tone::Alarm : Tone::Plain);
 }
 
+// Settings are not offered to be changed while nothing can be sent.
 void ControlPage::showHint()
 {
-    m_hint->setVisible(isEnabled() && m_isLinked);
+    m_hint->setVisible(isEnabled() && !m_isLost);
 }
 
 void ControlPage::changeEvent(QEvent *event)

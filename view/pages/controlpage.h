@@ -24,8 +24,10 @@ public:
                 const char *clicked, QWidget *parent = nullptr);
 
     StatusLines &status() { return *m_status; }
-    /** Settings are not offered to be changed while nothing can be sent. */
-    void setLinked(bool isLinked);
+
+    /** Shows what can be asked for, and why not all can.
+     *  @param lost  why the device cannot be reached; empty when it can */
+    void setAccess(const QString &lost, bool mayControl);
 
 protected:
     /** A user who may only look gets no hints, ... */
@@ -36,7 +38,8 @@ protected:
 private:
     void showHint();
 
-    bool m_isLinked = true;
+    const Rows<CommandRow> m_commands;
+    bool m_isLost = false;
     StatusLines *m_status = nullptr;
     NoteText *m_hint = nullptr;
 };

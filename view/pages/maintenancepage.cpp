@@ -15,6 +15,7 @@ constexpr int textWidth = 640; // what fits the smallest window, where an inch h
 MaintenancePage::MaintenancePage(Rows<CommandRow> commands, QObject *receiver, const char *clicked,
                                  QWidget *parent)
     : QWidget(parent)
+    , m_commands(commands)
     , m_history(new HistoryNote(this))
     , m_status(new StatusLines(this))
 {
@@ -38,4 +39,13 @@ MaintenancePage::MaintenancePage(Rows<CommandRow> commands, QObject *receiver, c
         grid->addWidget(note, last++, 0, 1, -1);
     }
     grid->setRowStretch(last, 1);
+}
+
+void MaintenancePage::setLost(const QString &lost)
+{
+    setLinked(*this, m_commands, lost.isEmpty());
+    const QString reason = lost.isEmpty()
+        ? QString()
+        : QCoreApplication::translate("tavoView", "%1: only the upgrade is possible").arg(lost);
+    m_status->showReason(reason, Tone::Alarm);
 }

@@ -26,7 +26,11 @@ public:
 
     StatusLines &status() { return *m_status; }
 
+    /** Shows that the device cannot be reached, and why; empty when it can. */
+    void setLost(const QString &lost);
+
 private:
+    const Rows<CommandRow> m_commands;
     HistoryNote *m_history;
     StatusLines *m_status;
 };

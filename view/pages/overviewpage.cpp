@@ -13,15 +13,29 @@ constexpr int mostTrends = 700;  // the rest is the diagram's
 
 } // namespace
 
-OverviewPage::OverviewPage(Energyline *diagram, TrendPanel *trends, QWidget *parent)
+OverviewPage::OverviewPage(const TrendStore &trends, QWidget *parent)
     : QWidget(parent)
-    , m_diagram(diagram)
-    , m_trends(trends)
+    , m_diagram(new Energyline(this))
+    , m_trends(new TrendPanel(trends, this))
 {
-    diagram->setParent(this);
-    trends->setParent(this);
-    trends->hide();
+    m_trends->hide();
     setMinimumSize(leastEnergySize);
+}
+
+void OverviewPage::clearFlows()
+{
+    m_diagram->set_all_off_Flow();
+}
+
+void OverviewPage::showReport(const DataReport &report)
+{
+    m_diagram->flushData(report);
+    m_trends->refresh();
+}
+
+void OverviewPage::setLost(const QString &note)
+{
+    m_diagram->setStale(!note.isEmpty(), note);
 }
 
 // No layout: one would give the diagram its size back whenever anything else changes.

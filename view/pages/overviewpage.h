@@ -1,9 +1,12 @@
 #pragma once
 
+#include "datareport.h"
+
 #include <QWidget>
 
 class Energyline;
 class TrendPanel;
+class TrendStore;
 
 /**
  * The energy-flow diagram, and the trends beside it where there is room for both.
@@ -18,8 +21,16 @@ class OverviewPage : public QWidget
     Q_OBJECT
 
 public:
-    /** Both become children of this page. */
-    OverviewPage(Energyline *diagram, TrendPanel *trends, QWidget *parent = nullptr);
+    explicit OverviewPage(const TrendStore &trends, QWidget *parent = nullptr);
+
+    /** Shows no flow until the next report. */
+    void clearFlows();
+
+    void showReport(const DataReport &report);
+
+    /** Shows the values as those of a device that does not answer.
+     *  @param note  why; empty when it answers */
+    void setLost(const QString &note);
 
 protected:
     void resizeEvent(QResizeEvent *event) override;

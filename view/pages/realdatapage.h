@@ -1,12 +1,17 @@
 #pragma once
 
 #include "datareport.h"
+#include "parameterinformation.h"
 
 #include <QList>
 #include <QWidget>
 
+#include <functional>
+
 class TrendPanel;
+class TrendStore;
 class ValuePanel;
+class tavoViewData;
 
 /**
  * The cards of the real-time values, three in a row, and the trends below.
@@ -18,17 +23,17 @@ class RealDataPage : public QWidget
     Q_OBJECT
 
 public:
-    explicit RealDataPage(QWidget *parent = nullptr);
+    /** Makes a card for a page. */
+    using CardMaker = std::function<ValuePanel *(QWidget *page, const QString &title,
+                                                 const QList<ParameterInformation *> &records)>;
 
-    /** Adds a card behind the others, which becomes a child of this page. */
-    void addPanel(ValuePanel *panel);
-
-    /** Adds the trends below all cards; they become a child of this page. */
-    void addTrends(TrendPanel *trends);
+    RealDataPage(const tavoViewData &viewData, const TrendStore &trends,
+                 const CardMaker &createCard, QWidget *parent = nullptr);
 
     void showReport(const DataReport &report);
     void setStale(bool stale);
 
 private:
     QList<ValuePanel *> m_panels;
+    TrendPanel *m_trends;
 };

@@ -5,6 +5,7 @@
 #include "style/viewcolors.h"
 #include "style/whitetable.h"
 
+#include <QCoreApplication>
 #include <QHeaderView>
 
 namespace {
@@ -13,14 +14,17 @@ constexpr int rangeColumnWidth = 150;
 
 } // namespace
 
-SettingsTable::SettingsTable(const QString &objectName, const QStringList &headers,
+SettingsTable::SettingsTable(const QString &objectName,
                              const QList<ParameterInformation *> &records, QWidget *parent)
     : QTableWidget(records.size(), ColumnCount, parent)
     , m_records(records)
     , m_shownBounds(records.size())
 {
     setObjectName(objectName);
-    setHorizontalHeaderLabels(headers);
+    // In the order of Column.
+    setHorizontalHeaderLabels({ QCoreApplication::translate("tavoView", "Parameter"),
+                                QCoreApplication::translate("tavoView", "Current settings"),
+                                QCoreApplication::translate("tavoView", "Range") });
     styleAsWhiteTable(*this);
     QHeaderView *header = horizontalHeader();
     header->setSectionResizeMode(NameColumn, QHeaderView::Stretch);

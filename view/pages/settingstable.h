@@ -20,9 +20,8 @@ class SettingsTable : public QTableWidget
 public:
     enum Column { NameColumn, ValueColumn, RangeColumn, ColumnCount };
 
-    /** @param headers  the titles, in the order of Column */
-    SettingsTable(const QString &objectName, const QStringList &headers,
-                  const QList<ParameterInformation *> &records, QWidget *parent = nullptr);
+    SettingsTable(const QString &objectName, const QList<ParameterInformation *> &records,
+                  QWidget *parent = nullptr);
 
     /** Writes the values of a report and the ranges that changed. */
     void showReport(const DataReport &report);

@@ -5,8 +5,11 @@
 
 #include <QTabWidget>
 
+#include <functional>
+
 class QTableWidget;
 class SettingsTable;
+class tavoViewData;
 
 /**
  * The tables of settings, a tab for each.
@@ -18,13 +21,13 @@ class SettingsTabs : public QTabWidget
     Q_OBJECT
 
 public:
-    explicit SettingsTabs(QWidget *parent = nullptr);
+    /** Makes a SettingsTable. */
+    using TableMaker = std::function<QTableWidget *(const QString &objectName,
+                                                    const QList<ParameterInformation *> &records)>;
 
-    /** @param table  a SettingsTable */
-    void addTable(QTableWidget *table, const QString &title);
-
-    /** Once all tables are there: keeps the tabs of a user who may only look usable. */
-    void finish(const QFont &font);
+    /** @param font  of the titles */
+    SettingsTabs(const tavoViewData &viewData, const TableMaker &createTable, const QFont &font,
+                 QWidget *parent = nullptr);
 
     void showReport(const DataReport &report);
     void showEntered(const ParameterInformation *record);

@@ -1,5 +1,7 @@
 #include "style/viewstyle.h"
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QFontMetrics>
 #include <QScrollArea>
 #include <QStackedWidget>
@@ -36,6 +38,15 @@ void spreadFont(QWidget &top)
     for (QWidget *widget : widgets) {
         if (!widget->testAttribute(Qt::WA_SetFont))
             widget->setFont(top.font());
+    }
+}
+
+void spreadPalette(QWidget &top)
+{
+    const QList<QWidget *> widgets = top.findChildren<QWidget *>();
+    for (QWidget *widget : widgets) {
+        QEvent again(QEvent::ApplicationPaletteChange);
+        QCoreApplication::sendEvent(widget, &again);
     }
 }
 

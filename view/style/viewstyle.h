@@ -19,6 +19,10 @@ QStackedWidget *createStack(const char *objectName, QWidget *parent);
  *  do not inherit it. */
 void spreadFont(QWidget &top);
 
+/** Has all widgets in `top` look at the palette again: they are told of a new one in any order, and below
+ *  a style sheet once, so who was told before its parent keeps the old one. */
+void spreadPalette(QWidget &top);
+
 /** Keeps the titles of disabled tabs, greyed, where the style sheet around lets them vanish.
  *  @param font  the font the titles will have */
 void keepDisabledTabs(QTabWidget &tabs, const QFont &font);
