@@ -1,5 +1,6 @@
 // What a device answers to the sample driver.
 #include "line.h"
+#include "registermap.h"
 #include "targets.h"
 
 #include <cmath>
@@ -23,7 +24,9 @@ void fuzzDriverReply(const QByteArray &input)
     const int outcome = Query(
         line.descriptor(), 1,
         [](int id, float value, void *context) {
-            require(id >= 2000 && id < 4245 && std::isfinite(value));
+            require(id >= registermap::firstEvent
+                    && id < registermap::firstMeasurement + registermap::measurementCount
+                    && std::isfinite(value));
             ++*static_cast<int *>(context);
         },
         &count);

@@ -1,6 +1,7 @@
 // What a user types for a setting, from the dialog to the driver's command.
 #include "commands/commandtext.h"
 #include "dialogs/dialog.h"
+#include "hostvocabulary.h"
 #include "lookup.h"
 #include "targets.h"
 
@@ -41,7 +42,7 @@ void fuzzParameter(const QByteArray &input)
     static QString request;
     static const auto connection =
         QObject::connect(dialog, &Dialog::postDEvent, [](int, const QMap<QString, QVariant> &map) {
-            request = map.value(QStringLiteral("controlValue")).toString();
+            request = map.value(HostContract::Key::controlValue()).toString();
         });
     Q_UNUSED(connection)
     dialog->initial(&record);
@@ -60,5 +61,6 @@ void fuzzParameter(const QByteArray &input)
     const int raw = request.section(QLatin1Char(','), 1).toInt();
     require(record.type == TextValue || !record.hasRange()
             || (raw >= record.min && raw <= record.max));
-    require(commandText(commandRow(deviceFamily(), 2016), request).back() == '\0');
+    const CommandRow row = commandRow(deviceFamily(), HostContract::SetParameterCommand);
+    require(commandText(row, request).back() == '\0');
 }

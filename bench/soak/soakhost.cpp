@@ -21,8 +21,14 @@ constexpr int tcpEvery = 5;   // every fifth client is on TCP...
 constexpr int pollEvery = 4;  // ...and every fourth is polled by the host's thread
 constexpr int commanders = 3; // threads that send commands
 
-// What a host sends; 1018 closes the port, 1045 downloads the history.
-constexpr int commandIds[] = { 1001, 1003, 1006, 1009, 1010, 1011, 1018, 1045, 2016 };
+// What a host sends; an upgrade closes the port.
+constexpr HostContract::Command commandIds[] = {
+    HostContract::ClearFaultCommand,   HostContract::SelfTestCommand,
+    HostContract::CancelTaskCommand,   HostContract::BuzzerOnCommand,
+    HostContract::BuzzerOffCommand,    HostContract::SetTimeCommand,
+    HostContract::UpgradeCommand,      HostContract::DownloadHistoryCommand,
+    HostContract::SetParameterCommand,
+};
 
 QString configurationFolder()
 {
@@ -106,7 +112,7 @@ void SoakHost::takeEvent(Slot &slot, int type, const QMap<QString, QVariant> &ma
 {
     m_counts.lost += type == HostContract::LinkLostEvent;
     m_counts.restored += type == HostContract::LinkRestoredEvent;
-    if (type != 2007)
+    if (type != HostContract::DataReportEvent)
         return;
     const auto data = map.value(HostContract::Key::data()).value<QMap<int, QVariant>>();
     QMap<int, QVariant> report;

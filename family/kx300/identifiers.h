@@ -91,17 +91,20 @@ enum : int {
     ModbusDecodeVersion = 4097,
     FirmwareVersion = 4098,
     BatteryStatus = 4101,
+    TimeOnBattery = 4102,
     RemainingTime = 4103,
     BatteryVoltage = 4105,
     BatteryCurrent = 4106,
     BatteryTemperature = 4107,
     RemainingCapacity = 4117,
+    MainsFailures = 4118,
 
     // Input, output, bypass; the phases S and T follow phase R
     InputPhases = 4132,
     InputVoltage = 4133,
     InputCurrent = 4136,
     InputFrequency = 4139,
+    InputPower = 4142,
     InputPowerFactor = 4145,
     OutputMode = 4161,
     OutputFrequency = 4162,
@@ -119,6 +122,7 @@ enum : int {
     BypassPhases = 4192,
     BypassVoltage = 4193,
     BypassCurrent = 4196,
+    BypassPower = 4199,
     BypassPowerFactor = 4202,
 
     // Parts of the power path that carry energy
@@ -138,6 +142,7 @@ enum : int {
     WorkingMode = 4241,
     RectifierStatus = 4242,
     InverterStatus = 4243,
+    BuzzerState = 4244,
 };
 
 } // namespace kx300::Id

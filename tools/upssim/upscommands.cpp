@@ -2,11 +2,13 @@
 
 #include "upsmodel.h"
 
+#include "kx300/identifiers.h"
 #include "settingrows.h"
 
 namespace upssim {
 
 using namespace registermap;
+namespace Id = kx300::Id;
 using namespace upscontent;
 using namespace upsevent;
 
@@ -14,7 +16,6 @@ namespace {
 
 constexpr double testTime = 20; // s
 constexpr double minimumChargeForTest = 0.2;
-constexpr int batteryType = 3045;
 
 } // namespace
 
@@ -40,7 +41,7 @@ UpsModel::Answer UpsModel::command(int code)
         return Answer::Accepted;
     case ShutDownToBypass:
     case TransferToBypass:
-        if (!bypassGood() || setting(3040) == 0 || !m_output)
+        if (!bypassGood() || setting(Id::ForbidBypass) == 0 || !m_output)
             return Answer::NotNow;
         m_onBypass = true;
         m_enabled = m_enabled && code == TransferToBypass;
@@ -104,7 +105,7 @@ UpsModel::Answer UpsModel::checkSetting(int id, quint16 raw) const
     const SettingRow *const row = settingRow(id);
     if (!row)
         return Answer::BadValue;
-    const bool lithium = setting(batteryType) == 1;
+    const bool lithium = setting(Id::BatteryType) == 1;
     int min = row->min;
     int max = row->max;
     for (const CellBounds &cell : cellBounds) {

@@ -1,5 +1,6 @@
 #include "upsmodel.h"
 
+#include "kx300/identifiers.h"
 #include "settingrows.h"
 
 #include <algorithm>
@@ -9,6 +10,7 @@
 namespace upssim {
 
 using namespace registermap;
+namespace Id = kx300::Id;
 using namespace upscontent;
 using namespace upsevent;
 
@@ -88,16 +90,18 @@ double UpsModel::measurement(int id) const
 bool UpsModel::mainsGood() const
 {
     const Surroundings &s = surroundings;
-    return s.mains && s.mainsVoltage >= scaled(3096) && s.mainsVoltage <= scaled(3095)
-        && s.mainsFrequency >= scaled(3098) && s.mainsFrequency <= scaled(3097);
+    return s.mains && s.mainsVoltage >= scaled(Id::InputVoltageLowAlarmPoint)
+        && s.mainsVoltage <= scaled(Id::InputVoltageHighAlarmPoint)
+        && s.mainsFrequency >= scaled(Id::InputFrequencyLowAlarmPoint)
+        && s.mainsFrequency <= scaled(Id::InputFrequencyHighAlarmPoint);
 }
 
 bool UpsModel::bypassGood() const
 {
     const Surroundings &s = surroundings;
-    const double rated = scaled(3019);
+    const double rated = scaled(Id::RatedOutputVoltage);
     return s.mains && s.bypass && s.mainsVoltage > 0.8 * rated && s.mainsVoltage < 1.15 * rated
-        && std::abs(s.mainsFrequency - scaled(3020)) <= 5;
+        && std::abs(s.mainsFrequency - scaled(Id::RatedOutputFrequency)) <= 5;
 }
 
 bool UpsModel::batteryUsable() const
@@ -108,7 +112,7 @@ bool UpsModel::batteryUsable() const
 // In this mode the inverter stands by while the bypass carries the load.
 bool UpsModel::eco() const
 {
-    return setting(3000) == 4 || setting(3000) == 6;
+    return setting(Id::SystemWorkMode) == 4 || setting(Id::SystemWorkMode) == 6;
 }
 
 bool UpsModel::rectifying() const
@@ -125,17 +129,19 @@ bool UpsModel::discharging() const
 double UpsModel::cellVoltage() const
 {
     if (discharging())
-        return scaled(3009) + dischargeSpan * m_charge;
+        return scaled(Id::CellEodVoltageFor06c) + dischargeSpan * m_charge;
     if (!rectifying())
-        return scaled(3009) + dischargeSpan * (0.2 + 0.8 * m_charge);
-    return m_charge < 0.9 ? scaled(3008) : scaled(3007);
+        return scaled(Id::CellEodVoltageFor06c) + dischargeSpan * (0.2 + 0.8 * m_charge);
+    return m_charge < 0.9 ? scaled(Id::CellBoostVoltage) : scaled(Id::CellFloatVoltage);
 }
 
 bool UpsModel::batteryLow() const
 {
     if (m_empty)
         return true;
-    return discharging() && cellVoltage() < scaled(3009) * scaled(3038);
+    return discharging()
+        && cellVoltage()
+        < scaled(Id::CellEodVoltageFor06c) * scaled(Id::BatteryLowVoltageAlarmCoefficient);
 }
 
 int UpsModel::workingMode() const
@@ -188,7 +194,7 @@ void UpsModel::endTask(int event)
 
 void UpsModel::choosePath()
 {
-    const bool forbidden = setting(3040) == 0; // 0 is "on" here
+    const bool forbidden = setting(Id::ForbidBypass) == 0; // 0 is "on" here
     const bool bypass = bypassGood() && !forbidden;
     const bool fault = m_latched.test(Overload) || m_latched.test(OverTemperature);
     const bool source = mainsGood() || batteryUsable();
@@ -205,7 +211,7 @@ void UpsModel::runBattery(double seconds)
 {
     if (mainsGood() && m_empty) {
         m_empty = false;
-        if (setting(3033) != 0) // no self-start
+        if (setting(Id::PowerOnSelfStart) != 0) // no self-start
             m_enabled = m_output = false;
     }
     if (!surroundings.battery)
@@ -252,9 +258,11 @@ void UpsModel::updateEvents()
     raise(OverloadAlarm, m_path != Path::Off && s.load > overloadAlarm);
     raise(BatteryDisconnected, !s.battery);
     raise(BatteryLow, batteryLow());
-    raise(InputHigh, s.mains && s.mainsVoltage > scaled(3095));
+    raise(InputHigh, s.mains && s.mainsVoltage > scaled(Id::InputVoltageHighAlarmPoint));
     raise(InputFrequency,
-          s.mains && (s.mainsFrequency < scaled(3098) || s.mainsFrequency > scaled(3097)));
+          s.mains
+              && (s.mainsFrequency < scaled(Id::InputFrequencyLowAlarmPoint)
+                  || s.mainsFrequency > scaled(Id::InputFrequencyHighAlarmPoint)));
     raise(EndOfDischarge, m_empty);
     raise(AbnormalInput, !mainsGood());
     raise(AbnormalBypass, !bypassGood());

@@ -1,5 +1,6 @@
 // The measurements of the simulated UPS, as they follow from its state.
 
+#include "kx300/identifiers.h"
 #include "upsmodel.h"
 
 #include <algorithm>
@@ -9,6 +10,7 @@
 namespace upssim {
 
 using namespace registermap;
+namespace Id = kx300::Id;
 
 namespace {
 
@@ -26,11 +28,11 @@ struct Text
 
 // clang-format off
 constexpr Text texts[] = {
-    { 4000, 16, "Simulated UPS" },
-    { 4016, 16, "KX300 G4 20K 33" },
-    { 4032, 16, "V1.04.07" },
-    { 4064, 16, "SIM3G420K000001" },
-    { 4080, 16, "Machine room" },
+    { Id::ManufacturerText, 16, "Simulated UPS" },
+    { Id::TypeText, 16, "KX300 G4 20K 33" },
+    { Id::SoftwareVersionText, 16, "V1.04.07" },
+    { Id::SerialNumberText, 16, "SIM3G420K000001" },
+    { Id::NameText, 16, "Machine room" },
 };
 // clang-format on
 
@@ -53,28 +55,31 @@ void UpsModel::measureBattery()
     enum { Disconnected, AtRest, Boost, Float, Discharge };
     const bool connected = surroundings.battery;
     const bool charging = connected && rectifying();
-    put(4101,
+    put(Id::BatteryStatus,
         !connected           ? Disconnected
             : discharging()  ? Discharge
             : !charging      ? AtRest
             : m_charge < 0.9 ? Boost
                              : Float);
-    put(4102, m_onBattery);
+    put(Id::TimeOnBattery, m_onBattery);
     const double drain = std::max(surroundings.load, 1.0) / 100;
-    put(4103, connected ? std::min(m_charge * surroundings.autonomy / drain / 60, 6000.0) : 0);
+    put(Id::RemainingTime,
+        connected ? std::min(m_charge * surroundings.autonomy / drain / 60, 6000.0) : 0);
 
-    const double voltage = connected ? cellVoltage() * cellsInBattery * setting(3005) : 0;
-    const double power = scaled(3015) * powerFactor * surroundings.load / 100 / efficiency;
-    put(4105, voltage + jitter(0.2));
-    put(4106,
+    const double voltage =
+        connected ? cellVoltage() * cellsInBattery * setting(Id::BatteryNumbers) : 0;
+    const double power =
+        scaled(Id::RatedPower) * powerFactor * surroundings.load / 100 / efficiency;
+    put(Id::BatteryVoltage, voltage + jitter(0.2));
+    put(Id::BatteryCurrent,
         discharging()  ? -power / std::max(voltage, 1.0)
-            : charging ? scaled(3011) * std::clamp((1 - m_charge) * 5, 0.05, 1.0)
+            : charging ? scaled(Id::ChargeCurrentLimit) * std::clamp((1 - m_charge) * 5, 0.05, 1.0)
                        : 0);
-    put(4107,
+    put(Id::BatteryTemperature,
         connected ? 24.5 + (discharging() ? 1.5 : 0) + jitter(0.1)
                   : std::numeric_limits<double>::quiet_NaN());
-    put(4117, m_charge * 100);
-    put(4118, m_mainsFailures);
+    put(Id::RemainingCapacity, m_charge * 100);
+    put(Id::MainsFailures, m_mainsFailures);
 }
 
 void UpsModel::measureInput()
@@ -82,15 +87,17 @@ void UpsModel::measureInput()
     const bool live = surroundings.mains;
     const double voltage = live ? surroundings.mainsVoltage : 0;
     const double charging =
-        rectifying() && surroundings.battery ? measurement(4106) * 240 / 1000 : 0;
-    const double load = scaled(3015) / 1000 * powerFactor * surroundings.load / 100 / efficiency;
+        rectifying() && surroundings.battery ? measurement(Id::BatteryCurrent) * 240 / 1000 : 0;
+    const double load =
+        scaled(Id::RatedPower) / 1000 * powerFactor * surroundings.load / 100 / efficiency;
     const double power = m_path == Path::Inverter && rectifying() ? load + charging : charging;
-    put(4132, setting(3022) ? phases : 1);
-    putPhases(4133, voltage, live ? 0.8 : 0);
-    putPhases(4136, live ? power * 1000 / phases / std::max(voltage, 1.0) : 0, live ? 0.1 : 0);
-    putPhases(4139, live ? surroundings.mainsFrequency : 0, live ? 0.02 : 0);
-    putPhases(4142, power / phases, 0);
-    putPhases(4145, power > 0 ? 0.99 : 0, 0);
+    put(Id::InputPhases, setting(Id::DeviceTypeSelect) ? phases : 1);
+    putPhases(Id::InputVoltage, voltage, live ? 0.8 : 0);
+    putPhases(Id::InputCurrent, live ? power * 1000 / phases / std::max(voltage, 1.0) : 0,
+              live ? 0.1 : 0);
+    putPhases(Id::InputFrequency, live ? surroundings.mainsFrequency : 0, live ? 0.02 : 0);
+    putPhases(Id::InputPower, power / phases, 0);
+    putPhases(Id::InputPowerFactor, power > 0 ? 0.99 : 0, 0);
 }
 
 void UpsModel::measureOutput()
@@ -98,21 +105,25 @@ void UpsModel::measureOutput()
     const bool on = m_path != Path::Off;
     const bool inverter = m_path == Path::Inverter;
     const double load = on ? surroundings.load : 0;
-    const double apparent = scaled(3015) / 1000 * load / 100 / phases;
-    const double voltage = inverter ? scaled(3019) + scaled(3003)
-        : on                        ? surroundings.mainsVoltage
-                                    : 0;
-    put(4161, inverter ? 2 : on ? 1 : 0);
-    put(4162, inverter ? scaled(3020) : on ? surroundings.mainsFrequency : 0);
-    put(4163, phases);
-    putPhases(4164, voltage, on ? 0.3 : 0);
-    putPhases(4167, on ? apparent * 1000 / voltage : 0, on ? 0.2 : 0);
-    putPhases(4170, apparent * powerFactor, 0);
-    putPhases(4173, load, on ? 0.3 : 0);
-    put(4176, load);
-    putPhases(4177, on ? powerFactor : 0, 0);
-    putPhases(4180, apparent, 0);
-    putPhases(4183, apparent * std::sqrt(1 - powerFactor * powerFactor), 0);
+    const double apparent = scaled(Id::RatedPower) / 1000 * load / 100 / phases;
+    const double voltage = inverter
+        ? scaled(Id::RatedOutputVoltage) + scaled(Id::OutputVoltageAdjust)
+        : on ? surroundings.mainsVoltage
+             : 0;
+    put(Id::OutputMode, inverter ? 2 : on ? 1 : 0);
+    put(Id::OutputFrequency,
+        inverter ? scaled(Id::RatedOutputFrequency)
+            : on ? surroundings.mainsFrequency
+                 : 0);
+    put(Id::OutputPhases, phases);
+    putPhases(Id::OutputVoltage, voltage, on ? 0.3 : 0);
+    putPhases(Id::OutputCurrent, on ? apparent * 1000 / voltage : 0, on ? 0.2 : 0);
+    putPhases(Id::OutputActivePower, apparent * powerFactor, 0);
+    putPhases(Id::OutputLoad, load, on ? 0.3 : 0);
+    put(Id::TotalLoad, load);
+    putPhases(Id::OutputPowerFactor, on ? powerFactor : 0, 0);
+    putPhases(Id::OutputApparentPower, apparent, 0);
+    putPhases(Id::OutputReactivePower, apparent * std::sqrt(1 - powerFactor * powerFactor), 0);
 }
 
 void UpsModel::measureBypass()
@@ -120,14 +131,16 @@ void UpsModel::measureBypass()
     const bool live = surroundings.mains && surroundings.bypass;
     const bool used = m_path == Path::Bypass;
     const double voltage = live ? surroundings.mainsVoltage - 0.6 : 0;
-    const double apparent = used ? scaled(3015) / 1000 * surroundings.load / 100 / phases : 0;
-    put(4190, bypassGood());
-    put(4191, live ? surroundings.mainsFrequency + jitter(0.02) : 0);
-    put(4192, phases);
-    putPhases(4193, voltage, live ? 0.8 : 0);
-    putPhases(4196, used ? apparent * 1000 / std::max(voltage, 1.0) : 0, used ? 0.2 : 0);
-    putPhases(4199, apparent * powerFactor, 0);
-    putPhases(4202, used ? powerFactor : 0, 0);
+    const double apparent =
+        used ? scaled(Id::RatedPower) / 1000 * surroundings.load / 100 / phases : 0;
+    put(Id::BypassState, bypassGood());
+    put(Id::BypassFrequency, live ? surroundings.mainsFrequency + jitter(0.02) : 0);
+    put(Id::BypassPhases, phases);
+    putPhases(Id::BypassVoltage, voltage, live ? 0.8 : 0);
+    putPhases(Id::BypassCurrent, used ? apparent * 1000 / std::max(voltage, 1.0) : 0,
+              used ? 0.2 : 0);
+    putPhases(Id::BypassPower, apparent * powerFactor, 0);
+    putPhases(Id::BypassPowerFactor, used ? powerFactor : 0, 0);
 }
 
 void UpsModel::measureFlows()
@@ -135,30 +148,30 @@ void UpsModel::measureFlows()
     const bool inverter = m_path == Path::Inverter;
     const bool fromMains = rectifying() && (inverter || surroundings.battery);
     const bool charging = rectifying() && surroundings.battery && m_charge < 1;
-    put(4216, m_path == Path::Bypass);
-    put(4217, fromMains);
-    put(4218, fromMains);
-    put(4219, inverter);
-    put(4220, inverter);
-    put(4221, m_path != Path::Off);
-    put(4222, discharging() || charging);
+    put(Id::BypassPath, m_path == Path::Bypass);
+    put(Id::InputPath, fromMains);
+    put(Id::RectifierPath, fromMains);
+    put(Id::InverterInputPath, inverter);
+    put(Id::InverterOutputPath, inverter);
+    put(Id::LoadPath, m_path != Path::Off);
+    put(Id::BatteryPath, discharging() || charging);
 }
 
 void UpsModel::measureState()
 {
     enum { Off = 0, Running = 2, OnBattery = 3 };
     const bool inverter = m_path == Path::Inverter;
-    put(4096, 299);
-    put(4097, 1);
-    put(4098, 104);
-    put(4237, inverter ? measurement(4167) * 1.02 : 0);
-    put(4238, m_inverterTemperature - 3 + jitter(0.2));
-    put(4239, m_inverterTemperature + jitter(0.2));
-    put(4240, 412 + std::floor((m_now - m_started) / 86'400));
-    put(4241, workingMode());
-    put(4242, discharging() ? OnBattery : rectifying() ? Running : Off);
-    put(4243, inverter || (m_path == Path::Bypass && m_enabled) ? Running : Off);
-    put(4244, m_buzzer);
+    put(Id::DeviceIdentifier, 299);
+    put(Id::ModbusDecodeVersion, 1);
+    put(Id::FirmwareVersion, 104);
+    put(Id::InverterCurrent, inverter ? measurement(Id::OutputCurrent) * 1.02 : 0);
+    put(Id::RectifierTemperature, m_inverterTemperature - 3 + jitter(0.2));
+    put(Id::InverterTemperature, m_inverterTemperature + jitter(0.2));
+    put(Id::RunningTime, 412 + std::floor((m_now - m_started) / 86'400));
+    put(Id::WorkingMode, workingMode());
+    put(Id::RectifierStatus, discharging() ? OnBattery : rectifying() ? Running : Off);
+    put(Id::InverterStatus, inverter || (m_path == Path::Bypass && m_enabled) ? Running : Off);
+    put(Id::BuzzerState, m_buzzer);
 }
 
 void UpsModel::put(int id, double value)
