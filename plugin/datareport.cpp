@@ -47,9 +47,14 @@ QString textAt(const DataReport &report, int id, int length)
     return QString::fromUtf8(buffer.trimmed().constData());
 }
 
+QString decimalText(float value, int decimals)
+{
+    return QString::number(static_cast<double>(value), 'f', decimals);
+}
+
 QString decimalAt(const DataReport &report, int id, int decimals)
 {
-    return QString::number(static_cast<double>(numberAt(report, id)), 'f', decimals);
+    return decimalText(numberAt(report, id), decimals);
 }
 
 bool hasThreePhases(const DataReport &report, int phaseId)

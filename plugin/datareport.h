@@ -19,8 +19,11 @@ float numberAt(const DataReport &report, int id);
 /** The text of `length` character codes from `id` on, zeros left out and trimmed. */
 QString textAt(const DataReport &report, int id, int length);
 
-/** The value of `id` with so many decimals, whatever the locale: the one form in which values are
- *  shown and logged. Exact ties are rounded away from zero. */
+/** A value with so many decimals, whatever the locale: the one form in which values are shown and
+ *  logged. Exact ties are rounded away from zero. */
+QString decimalText(float value, int decimals);
+
+/** The value of `id` in that form. */
 QString decimalAt(const DataReport &report, int id, int decimals);
 
 /** Whether the identifier `phaseId` says that a value has three phases; 0 stands for none. */

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "trends/trendreading.h"
 #include "trends/trendscene.h"
 
 #include <QDateTime>
@@ -7,7 +8,6 @@
 #include <QWidget>
 
 class QButtonGroup;
-class QPainter;
 
 /**
  * The courses of a device's values: small plots over a common time axis, and the values under the
@@ -54,22 +54,13 @@ private:
     QRectF noteArea() const;
     void rebuild();
     void pointAt(int step);
-    QString cursorText() const;
-    QString timeText(int step, const char *format) const;
-    QString valueText(int trend) const;
-    void drawNote(QPainter &painter) const;
-    void drawLegend(QPainter &painter) const;
-    void drawPlot(QPainter &painter, int trend) const;
-    void drawGround(QPainter &painter, const QRectF &frame) const;
-    void drawHeading(QPainter &painter, int trend) const;
-    void drawTexts(QPainter &painter, int trend) const;
 
     const TrendStore &m_store;
     QButtonGroup *m_spans; // its buttons' ids are those of TrendSpan
     TrendSpan m_span = TrendSpan::TenMinutes;
     TrendScene m_scene;
-    QDateTime m_newest;         // the newest step's time
-    QElapsedTimer m_sinceShown; // since the scene was made
-    bool m_showsLatest = false; // the device was in sight then
-    int m_cursor = -1;          // the step under it
+    QDateTime m_newest;                  // the newest step's time
+    QElapsedTimer m_sinceShown;          // since the scene was made
+    bool m_showsLatest = false;          // the device was in sight then
+    int m_cursor = TrendReading::noStep; // the step under it
 };
