@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <iterator>
 
-extern "C" int Control(PortDescriptor *port, int address, char *command, void *context);
+extern "C" int Control(PortDescriptor *port, int unit, char *command, void *context);
 
 void fuzzCommand(const QByteArray &input)
 {

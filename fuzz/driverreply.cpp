@@ -5,8 +5,8 @@
 
 #include <cmath>
 
-extern "C" int Query(PortDescriptor *port, int address, DataCallback callback, void *context);
-extern "C" int Control(PortDescriptor *port, int address, char *command, void *context);
+extern "C" int Query(PortDescriptor *port, int unit, DataCallback callback, void *context);
+extern "C" int Control(PortDescriptor *port, int unit, char *command, void *context);
 
 void fuzzDriverReply(const QByteArray &input)
 {

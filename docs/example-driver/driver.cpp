@@ -36,11 +36,11 @@ bool ask(PortDescriptor *port, unsigned char *request, unsigned char *reply, int
 
 } // namespace
 
-extern "C" int Query(PortDescriptor *port, int address, DataCallback callback, void *context)
+extern "C" int Query(PortDescriptor *port, int unit, DataCallback callback, void *context)
 {
     unsigned char request[8], reply[2 * room];
-    const int length = buildCmd(request, address, 4, inputs, inputCount);
-    if (address < 1 || address > 247 || !ask(port, request, reply, length))
+    const int length = buildCmd(request, unit, 4, inputs, inputCount);
+    if (unit < 1 || unit > 247 || !ask(port, request, reply, length))
         return 0;
     const int mode = UINT8_2_to_UINT16(reply + 3), bits = UINT8_2_to_UINT16(reply + 5);
     if (reply[2] != 2 * inputCount || mode > 2)
@@ -65,13 +65,13 @@ extern "C" int Query(PortDescriptor *port, int address, DataCallback callback, v
     return 1;
 }
 
-extern "C" int Control(PortDescriptor *port, int address, char *command, void *)
+extern "C" int Control(PortDescriptor *port, int unit, char *command, void *)
 {
     unsigned char request[8], reply[2 * room];
     for (const auto &row : commands) {
-        if (address < 1 || address > 247 || strcmp(command, row.text) != 0)
+        if (unit < 1 || unit > 247 || strcmp(command, row.text) != 0)
             continue;
-        mod_Set_SetBuf(request, address, commandRegister, row.code);
+        mod_Set_SetBuf(request, unit, commandRegister, row.code);
         return ask(port, request, reply, 8) && memcmp(reply, request, 8) == 0;
     }
     return 0; // the empty text among them

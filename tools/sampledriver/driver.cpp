@@ -92,15 +92,15 @@ bool isDeviceCommand(int code)
 } // namespace
 
 // Delivers all values of the device, or none: alarms are derived from one consistent reading.
-extern "C" __attribute__((visibility("default"))) int Query(PortDescriptor *port, int address,
+extern "C" __attribute__((visibility("default"))) int Query(PortDescriptor *port, int unit,
                                                             DataCallback callback, void *context)
 {
     if (!port || !port->device || !callback)
         return 0;
-    const std::optional<Unit> unit = Unit::at(*port, address);
-    if (!unit)
+    const std::optional<Unit> station = Unit::at(*port, unit);
+    if (!station)
         return 0;
-    ModbusLine line(*port, *unit, queryTime);
+    ModbusLine line(*port, *station, queryTime);
     std::uint16_t events[eventCount] = {};
     std::uint16_t settings[settingCount] = {};
     std::uint16_t measurements[measurementCount] = {};
@@ -120,13 +120,13 @@ extern "C" __attribute__((visibility("default"))) int Query(PortDescriptor *port
 
 // The command is "code,value", or "identifier,value" for a setting; anything else is refused. An
 // empty text must not read as code 0, which would start a battery test.
-extern "C" __attribute__((visibility("default"))) int Control(PortDescriptor *port, int address,
+extern "C" __attribute__((visibility("default"))) int Control(PortDescriptor *port, int unit,
                                                               char *command, void *)
 {
     if (!port || !port->device || !command)
         return 0;
-    const std::optional<Unit> unit = Unit::at(*port, address);
-    if (!unit)
+    const std::optional<Unit> station = Unit::at(*port, unit);
+    if (!station)
         return 0;
     int code = -1;
     const char *const end = command + std::strlen(command);
@@ -134,7 +134,7 @@ extern "C" __attribute__((visibility("default"))) int Control(PortDescriptor *po
     if (error != std::errc() || *command == '-' || (parsed != end && *parsed != ','))
         return 0;
 
-    ModbusLine line(*port, *unit, code == DownloadHistory ? downloadTime : commandTime);
+    ModbusLine line(*port, *station, code == DownloadHistory ? downloadTime : commandTime);
     if (code == DownloadHistory)
         return downloadHistory(line);
     if (isDeviceCommand(code))

@@ -112,13 +112,13 @@ Outcome ModbusLine::Reply::judge(const Request &request) const
     return matches ? Outcome::Answered : Outcome::NoAnswer;
 }
 
-std::optional<Unit> Unit::at(const PortDescriptor &port, int address)
+std::optional<Unit> Unit::at(const PortDescriptor &port, int number)
 {
     const bool tcp = port.read == TcpCommRead;
-    const bool peer = tcp && (address == broadcastUnit || address == peerUnit);
-    if (!peer && (address <= broadcastUnit || address > lastUnit))
+    const bool peer = tcp && (number == broadcastUnit || number == peerUnit);
+    if (!peer && (number <= broadcastUnit || number > lastUnit))
         return {};
-    return Unit(static_cast<std::uint8_t>(address));
+    return Unit(static_cast<std::uint8_t>(number));
 }
 
 ModbusLine::ModbusLine(PortDescriptor &port, Unit unit, std::chrono::milliseconds total)

@@ -18,9 +18,9 @@ class Unit
 {
 public:
     /** Takes a port that does not read with `TcpCommRead` for a line: there the rules are tighter.
-     *  @param address  1 to 247; on TCP also 0 and 255, which there are the peer itself
-     *  @return nothing for any other address; none is cut to a byte */
-    static std::optional<Unit> at(const PortDescriptor &port, int address);
+     *  @param number  1 to 247; on TCP also 0 and 255, which there are the peer itself
+     *  @return nothing for any other; none is cut to a byte */
+    static std::optional<Unit> at(const PortDescriptor &port, int number);
 
     std::uint8_t number() const { return m_number; }
 
