@@ -70,6 +70,9 @@ private slots:
             poller = std::thread([client] { client->poll(); });
         else if (state != "not started")
             client->start();
+        // Before it is in, the thread must not be overtaken by the deletion.
+        if (polled && state != "idle")
+            QTRY_VERIFY_WITH_TIMEOUT(client->getWorkState() == 1, 20000);
         waitToBeIn(state, calls);
 
         Stopwatch clock;
