@@ -71,7 +71,7 @@ void benchRepaint(Runner &runner, QWidget *diagram, QWidget *bare)
     Row row { QStringLiteral("Repaint of the diagram"),
               { { QStringLiteral("bare widget"), Role::Limit, times, repaint(bare) },
                 { QStringLiteral("Energyline"), Role::Ours, times, repaint(diagram) } } };
-    row.toLimit = 2;
+    row.toLimit = 1.4;
     runner.run(row);
 }
 
