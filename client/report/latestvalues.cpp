@@ -10,6 +10,8 @@
 
 namespace {
 
+// More than a device has. What grows bit by bit leaves small pieces that its thread keeps.
+constexpr int mostExpected = 512;
 // In a map, which take no longer than looking a key up.
 constexpr int aFewSteps = 32;
 
@@ -58,6 +60,10 @@ void LatestValues::store(int id, float value)
         position = int(std::lower_bound(m_ids.cbegin(), m_ids.cend(), id) - m_ids.cbegin());
     m_next = position + 1;
     if (position == m_ids.size() || m_ids.at(position) != id) {
+        if (m_ids.isEmpty()) {
+            m_ids.reserve(mostExpected);
+            m_values.reserve(mostExpected);
+        }
         m_ids.insert(position, id);
         m_values.insert(m_values.begin() + position, value);
         m_hasNew = true;
@@ -77,6 +83,7 @@ void LatestValues::store(int id, float value)
 DataReport LatestValues::report()
 {
     if (m_hasNew) {
+        m_ids.squeeze();
         m_ids = sharedWithTheLast(m_ids);
         m_values.shrink_to_fit();
         m_latest = made();
