@@ -152,11 +152,12 @@ TrendScene trendScene(const TrendStore &store, TrendSpan span, const QRectF &are
     scene.isRow = fitsInRow(rows.size(), area.width());
     scene.timeLineHeight = textHeight;
     scene.plots = places(rows.size(), area, textHeight, scene.isRow);
-    for (int i = 0; i < rows.size(); ++i) {
-        TrendPlot &plot = scene.plots[i];
+    int i = 0;
+    for (TrendPlot &plot : scene.plots) { // as many as the rows
         plot.axis = trendAxis(rows[i], buffer, i, store.limits(i));
         plot.runs = runShapes(plot, buffer, i);
         plot.outside = outsideOf(plot, store.limits(i));
+        ++i;
     }
     if (scene.plots.isEmpty())
         return scene;
