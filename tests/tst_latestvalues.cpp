@@ -11,7 +11,7 @@ class tst_LatestValues : public GuardedTest
 
 private slots:
     // Drivers and hosts at random, beside plain maps: any order, some or all values, new identifiers
-    // at any time; hosts keep no report, one or several, and remove what they like from the
+    // at any time; hosts keep no report, one or several, and remove or overwrite what they like of the
     // information.
     void agreesWithPlainMaps_data()
     {
@@ -36,8 +36,11 @@ private slots:
         for (int cycle = 0; cycle < 200; ++cycle) {
             deliver(values, expected, identifiers, dice);
             reports.emplace_back(values.report(), expected);
-            if (dice() % 8 == 0)
-                information.remove(QString::number(-3 + int(dice() % 9000)));
+            const QString touched = QString::number(anyId(identifiers, dice));
+            if (dice() % 4 == 0)
+                information.remove(touched);
+            else if (expected.contains(touched.toInt()))
+                information.insert(touched, "no number");
             values.writeTo(information);
             for (const auto &report : reports)
                 QCOMPARE(report.first, report.second);
@@ -50,14 +53,22 @@ private slots:
     }
 
 private:
-    // A pass over all identifiers, or single ones; some beyond those that have a shared text.
+    // Some are beyond those that have a shared text.
+    static int idAt(int place) { return -3 + place * 9000 / 400; }
+
+    static int anyId(int identifiers, std::mt19937 &dice)
+    {
+        return idAt(int(dice() % unsigned(identifiers)));
+    }
+
+    // A pass over all identifiers or the first of them, or single ones.
     static void deliver(LatestValues &values, DataReport &expected, int identifiers,
                         std::mt19937 &dice)
     {
         const bool isPass = dice() % 2 == 0;
-        const int count = isPass ? identifiers : int(dice() % 5);
+        const int count = int(dice() % unsigned(isPass ? identifiers + 1 : 5));
         for (int i = 0; i < count; ++i) {
-            const int id = -3 + (isPass ? i : int(dice() % unsigned(identifiers))) * 9000 / 400;
+            const int id = isPass ? idAt(i) : anyId(identifiers, dice);
             const float value = float(dice() % 3);
             values.store(id, value);
             expected.insert(id, value);

@@ -103,7 +103,7 @@ void LatestValues::takeTurns()
         m_spare = {}; // this host keeps nothing
     } else {
         std::swap(m_latest, m_spare);
-        if (m_latest.values.size() != m_spare.values.size() || !m_latest.values.isDetached()) {
+        if (!m_latest.values.isDetached()) { // there is none yet, or the host keeps it, too
             m_latest = made();
             return;
         }
