@@ -20,21 +20,13 @@ private slots:
     // r limit reached, . nothing.
     void link_data()
     {
-        QTest::addColumn<int>("retries");
-        QTest::addColumn<QString>("queries");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("answers") << 5 << "+++"
-                                 << "u..";
-        QTest::newRow("never answers") << 5 << "-------"
-                                       << "....lrr";
-        QTest::newRow("scattered failures add up") << 3 << "+-+-+-+"
-                                                   << "u....lu";
-        QTest::newRow("counts anew when it is up") << 2 << "--+-+--"
-                                                   << ".lu..lr";
-        QTest::newRow("no retries") << 0 << "-+-"
-                                    << "lul";
-        QTest::newRow("negative retries") << -7 << "--+"
-                                          << "lru";
+        const Columns<int, QString, QString> row("retries", "queries", "expected");
+        row("answers", 5, "+++", "u..");
+        row("never answers", 5, "-------", "....lrr");
+        row("scattered failures add up", 3, "+-+-+-+", "u....lu");
+        row("counts anew when it is up", 2, "--+-+--", ".lu..lr");
+        row("no retries", 0, "-+-", "lul");
+        row("negative retries", -7, "--+", "lru");
     }
 
     void link()
@@ -61,24 +53,22 @@ private slots:
     void flags_data()
     {
         using Reports = QVector<QMap<int, float>>;
-        QTest::addColumn<Reports>("reports");
-        QTest::addColumn<QStringList>("changes");
-        QTest::newRow("absent flags") << Reports { {} } << QStringList { "" };
-        QTest::newRow("appears once, stays, disappears")
-            << Reports { { { 2005, 1 } }, {}, { { 2005, 0 } }, {} }
-            << QStringList { "2006:5=1 !", "", "2006:101=0", "" };
-        QTest::newRow("other values disappear")
-            << Reports { { { 2007, 2 } }, { { 2007, 1 } }, { { 2007, -3 } } }
-            << QStringList { "2006:103=2", "2006:7=1 !", "2006:103=-3" };
-        QTest::newRow("in order, special flags last")
-            << Reports { { { 2095, 1 }, { 2082, 1 }, { 2059, 1 }, { 2000, 1 }, { 2096, 1 } },
-                         { { 2059, 0 }, { 2000, 0 } },
-                         { { 2059, 2 } } }
-            << QStringList { "2006:0=1 2006:59=1 2006:82=1 2006:95=1 2010:-1=1 2009:-1=1 !",
-                             "2006:96=0 2006:155=0 2010:-1=0", "2006:155=2 2010:-1=2" };
-        QTest::newRow("rounded to a whole number")
-            << Reports { { { 2001, 0.6f }, { 2002, 1.4f }, { 2003, 0.4f } } }
-            << QStringList { "2006:1=1 2006:2=1 !" };
+        const Columns<Reports, QStringList> row("reports", "changes");
+        row("absent flags", Reports { {} }, QStringList { "" });
+        row("appears once, stays, disappears", Reports { { { 2005, 1 } }, {}, { { 2005, 0 } }, {} },
+            QStringList { "2006:5=1 !", "", "2006:101=0", "" });
+        row("other values disappear",
+            Reports { { { 2007, 2 } }, { { 2007, 1 } }, { { 2007, -3 } } },
+            QStringList { "2006:103=2", "2006:7=1 !", "2006:103=-3" });
+        row("in order, special flags last",
+            Reports { { { 2095, 1 }, { 2082, 1 }, { 2059, 1 }, { 2000, 1 }, { 2096, 1 } },
+                      { { 2059, 0 }, { 2000, 0 } },
+                      { { 2059, 2 } } },
+            QStringList { "2006:0=1 2006:59=1 2006:82=1 2006:95=1 2010:-1=1 2009:-1=1 !",
+                          "2006:96=0 2006:155=0 2010:-1=0", "2006:155=2 2010:-1=2" });
+        row("rounded to a whole number",
+            Reports { { { 2001, 0.6f }, { 2002, 1.4f }, { 2003, 0.4f } } },
+            QStringList { "2006:1=1 2006:2=1 !" });
     }
 
     void flags()
@@ -109,13 +99,7 @@ private slots:
     {
         const QString han = QString(QChar(0x4e2d)).repeated(30); // 3 bytes each in UTF-8, 2 in GBK
         const QString face = QString::fromUcs4(U"\U0001f600").repeated(30); // 4 bytes, 2 QChars
-        QTest::addColumn<int>("command");
-        QTest::addColumn<QString>("value");
-        QTest::addColumn<QByteArray>("text");
-        const auto row = [](const char *name, int command, const QString &value,
-                            const QByteArray &text) {
-            QTest::newRow(name) << command << value << text;
-        };
+        const Columns<int, QString, QByteArray> row("command", "value", "text");
         row("a file's name", 1045, "/x y.csv", "20,/x y.csv");
         row("passed through", 2016, "1,300", "1,300");
         row("the time, which has no code", 1011, "2026-01-01", "");
@@ -248,12 +232,7 @@ private slots:
     void dataLogRow_data()
     {
         using Data = QMap<int, QVariant>;
-        QTest::addColumn<Data>("data");
-        QTest::addColumn<int>("column");
-        QTest::addColumn<QString>("expected");
-        const auto row = [](const char *name, const Data &data, int column, const char *text) {
-            QTest::newRow(name) << data << column << text;
-        };
+        const Columns<Data, int, QString> row("data", "column", "expected");
         row("missing", {}, 0, "0.0");
         row("rounded", { { 4133, 229.96f } }, 0, "230.0");
         row("missing phase", { { 4132, 3.f }, { 4133, 220.f }, { 4134, 221.04f } }, 0,

@@ -233,9 +233,9 @@ private slots:
 
     void peerOfAnotherThread_data()
     {
-        QTest::addColumn<QString>("thread");
+        const Columns<QString> row("thread");
         for (const char *thread : { "with an event loop", "without one", "gone" })
-            QTest::newRow(thread) << thread;
+            row(thread, thread);
     }
 
     // A host polled from a thread of its own: the peer is free as soon as the client is gone.

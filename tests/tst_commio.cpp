@@ -93,9 +93,10 @@ private slots:
 
     void lateTcpReply_data()
     {
-        QTest::addColumn<bool>("takenIn"); // by an event loop before the next request
-        QTest::newRow("still in the system") << false;
-        QTest::newRow("in the socket") << true;
+        // takenIn: by an event loop before the next request
+        const Columns<bool> row("takenIn");
+        row("still in the system", false);
+        row("in the socket", true);
     }
 
     // A driver that reads two registers, one after the other, and can tell replies by length only.

@@ -153,12 +153,12 @@ private slots:
 
     void stopEndsWaiting_data()
     {
-        QTest::addColumn<Wait>("wait");
-        QTest::newRow("serial read") << &readSerial;
-        QTest::newRow("serial write") << &writeSerial;
-        QTest::newRow("busy port") << &askForBusyPort;
-        QTest::newRow("queue") << &queueForPort;
-        QTest::newRow("connecting") << &connectToSilence;
+        const Columns<Wait> row("wait");
+        row("serial read", &readSerial);
+        row("serial write", &writeSerial);
+        row("busy port", &askForBusyPort);
+        row("queue", &queueForPort);
+        row("connecting", &connectToSilence);
     }
 
     void stopEndsWaiting()

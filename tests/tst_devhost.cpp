@@ -26,13 +26,7 @@ class tst_Devhost : public GuardedTest
 private slots:
     void refusals_data()
     {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<int>("code");
-        QTest::addColumn<QString>("message");
-        const auto row = [](const char *name, const QStringList &arguments, int code,
-                            const char *message) {
-            QTest::newRow(name) << arguments << code << QString(message);
-        };
+        const Columns<QStringList, int, QString> row("arguments", "code", "message");
         const QStringList device { "--device", serialDevice };
         const QString good = qEnvironmentVariable("PLUGIN");
         const auto one = [](const char *spec) { return QStringList { "--device", spec }; };
@@ -189,11 +183,10 @@ private slots:
 
     void lossAndReturn_data()
     {
-        QTest::addColumn<bool>("tcp");
-        QTest::addColumn<QStringList>("drive");
-        QTest::newRow("serial, thread") << false << QStringList();
-        QTest::newRow("serial, poll()") << false << QStringList { "--poll" };
-        QTest::newRow("TCP, thread") << true << QStringList();
+        const Columns<bool, QStringList> row("tcp", "drive");
+        row("serial, thread", false, QStringList());
+        row("serial, poll()", false, QStringList { "--poll" });
+        row("TCP, thread", true, QStringList());
     }
 
     void lossAndReturn()

@@ -50,15 +50,9 @@ private slots:
 
     void typedValues_data()
     {
-        QTest::addColumn<float>("scale");
-        QTest::addColumn<int>("min");
-        QTest::addColumn<int>("max");
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("sent"); // nothing: refused
-        const auto row = [](const char *name, float scale, int min, int max, const char *typed,
-                            const char *sent) {
-            QTest::newRow(name) << scale << min << max << typed << sent;
-        };
+        // sent: nothing: refused
+        const Columns<float, int, int, QString, QString> row("scale", "min", "max", "typed",
+                                                             "sent");
         row("a half is rounded up", 0.01f, 210, 235, "2.345", "3007,235");
         row("rounded down into the range", 0.01f, 210, 235, "2.349", "3007,235");
         row("range that ends at zero", 1.0f, -10, 0, "1", "");
@@ -109,12 +103,7 @@ private slots:
 
     void remarks_data()
     {
-        QTest::addColumn<float>("scale");
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("remark");
-        const auto row = [](const char *name, float scale, const char *typed, const char *remark) {
-            QTest::newRow(name) << scale << typed << remark;
-        };
+        const Columns<float, QString, QString> row("scale", "typed", "remark");
         row("nothing yet", 0.01f, "", "");
         row("within", 0.01f, "2.25", "");
         row("a binary fraction that is none", 0.1f, "22.1", "");

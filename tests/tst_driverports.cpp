@@ -20,24 +20,22 @@ private slots:
 
     void addresses_data()
     {
-        QTest::addColumn<bool>("tcp");
-        QTest::addColumn<int>("address");
-        QTest::addColumn<bool>("asked");     // with reads
-        QTest::addColumn<bool>("commanded"); // without an answer to anything
+        // asked: with reads; commanded: without an answer to anything
+        const Columns<bool, int, bool, bool> row("tcp", "address", "asked", "commanded");
         // clang-format off
-        QTest::newRow("line: the first")              << false << 1    << true  << true;
-        QTest::newRow("line: the last")               << false << 247  << true  << true;
-        QTest::newRow("line: broadcast")              << false << 0    << false << false;
-        QTest::newRow("line: reserved")               << false << 248  << false << false;
-        QTest::newRow("line: the device itself")      << false << 255  << false << false;
-        QTest::newRow("line: 256 is no 0")            << false << 256  << false << false;
-        QTest::newRow("line: 261 is no 5")            << false << 261  << false << false;
-        QTest::newRow("line: -251 is no 5")           << false << -251 << false << false;
-        QTest::newRow("tcp: the device itself")       << true  << 255  << true  << true;
-        QTest::newRow("tcp: itself, or a broadcast")  << true  << 0    << true  << false;
-        QTest::newRow("tcp: reserved")                << true  << 248  << false << false;
-        QTest::newRow("tcp: 261 is no 5")             << true  << 261  << false << false;
-        QTest::newRow("tcp: -1 is no 255")            << true  << -1   << false << false;
+        row("line: the first", false, 1, true, true);
+        row("line: the last", false, 247, true, true);
+        row("line: broadcast", false, 0, false, false);
+        row("line: reserved", false, 248, false, false);
+        row("line: the device itself", false, 255, false, false);
+        row("line: 256 is no 0", false, 256, false, false);
+        row("line: 261 is no 5", false, 261, false, false);
+        row("line: -251 is no 5", false, -251, false, false);
+        row("tcp: the device itself", true, 255, true, true);
+        row("tcp: itself, or a broadcast", true, 0, true, false);
+        row("tcp: reserved", true, 248, false, false);
+        row("tcp: 261 is no 5", true, 261, false, false);
+        row("tcp: -1 is no 255", true, -1, false, false);
         // clang-format on
     }
 

@@ -61,18 +61,16 @@ private slots:
 
     void flows_data()
     {
-        QTest::addColumn<QList<int>>("ones");
-        QTest::addColumn<QList<int>>("segments"); // places in the list of lines
-        QTest::addColumn<QString>("blocks");      // those that are dark
+        // segments: places in the list of lines; blocks: those that are dark
+        const Columns<QList<int>, QList<int>, QString> row("ones", "segments", "blocks");
         using Ids = QList<int>;
-        QTest::newRow("nothing flows") << Ids {} << Ids {} << "";
-        QTest::newRow("input to rectifier") << Ids { 4217 } << Ids { 0 } << "INPUT REC";
-        QTest::newRow("rectifier to battery") << Ids { 4218, 4222 } << Ids { 1, 2 } << "REC";
-        QTest::newRow("rectifier to inverter") << Ids { 4218, 4219 } << Ids { 1, 3 } << "REC INV";
-        QTest::newRow("battery to load")
-            << Ids { 4219, 4222, 4220, 4221 } << Ids { 2, 3, 4, 7 } << "LOAD INV";
-        QTest::newRow("bypass to load") << Ids { 4216, 4221 } << Ids { 5, 6, 7 } << "BYPASS LOAD";
-        QTest::newRow("half a path") << Ids { 4218, 4220, 4216 } << Ids {} << "";
+        row("nothing flows", Ids {}, Ids {}, "");
+        row("input to rectifier", Ids { 4217 }, Ids { 0 }, "INPUT REC");
+        row("rectifier to battery", Ids { 4218, 4222 }, Ids { 1, 2 }, "REC");
+        row("rectifier to inverter", Ids { 4218, 4219 }, Ids { 1, 3 }, "REC INV");
+        row("battery to load", Ids { 4219, 4222, 4220, 4221 }, Ids { 2, 3, 4, 7 }, "LOAD INV");
+        row("bypass to load", Ids { 4216, 4221 }, Ids { 5, 6, 7 }, "BYPASS LOAD");
+        row("half a path", Ids { 4218, 4220, 4216 }, Ids {}, "");
     }
 
     void flows()
@@ -160,9 +158,9 @@ private slots:
     // With the widest values, no text leaves the diagram or touches a block, a flow or a text.
     void panelsKeepApart_data()
     {
-        QTest::addColumn<bool>("isLarge");
-        QTest::newRow("small texts") << false;
-        QTest::newRow("large texts") << true;
+        const Columns<bool> row("isLarge");
+        row("small texts", false);
+        row("large texts", true);
     }
 
     void panelsKeepApart()

@@ -92,9 +92,9 @@ private slots:
     // What somebody else holds, or has put there, stays that file.
     void writtenInPlace_data()
     {
-        QTest::addColumn<QString>("kind");
+        const Columns<QString> row("kind");
         for (const char *kind : { "hard link", "pipe", "device", "mounted file" })
-            QTest::newRow(kind) << QString(kind);
+            row(kind, kind);
     }
 
     void writtenInPlace()

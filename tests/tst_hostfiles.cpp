@@ -13,11 +13,7 @@ class tst_Hostfiles : public GuardedTest
 private slots:
     void changedLine_data()
     {
-        QTest::addColumn<QByteArray>("before");
-        QTest::addColumn<QByteArray>("after");
-        const auto row = [](const char *name, const char *before, const char *after) {
-            QTest::newRow(name) << QByteArray(before) << QByteArray(after);
-        };
+        const Columns<QByteArray, QByteArray> row("before", "after");
         row("empty", "", "[dev]\nttyS0\\param=\"9600,n,8,1\"\n");
         row("comments and strangers stay", "# lines\nnonsense\n[x]\na = b\n",
             "# lines\nnonsense\n[x]\na = b\n[dev]\nttyS0\\param=\"9600,n,8,1\"\n");
@@ -71,11 +67,11 @@ private slots:
 
     void textOfADevice_data()
     {
-        QTest::addColumn<QString>("text");
+        const Columns<QString> row("text");
         for (const char *text :
              { "name=a,port=/dev/ttyS0,addr=1", "name=b c,tcp=[::1]:1502,addr=247",
                "name=d,port=p,addr=7,settings=9600,n,8,1,timeout=300" })
-            QTest::newRow(text) << QString(text);
+            row(text, text);
     }
 
     void textOfADevice()

@@ -44,25 +44,21 @@ private slots:
 
     void status_data()
     {
-        QTest::addColumn<int>("link");
-        QTest::addColumn<int>("mode");
-        QTest::addColumn<int>("output");
-        QTest::addColumn<Severity>("alarm");
-        QTest::addColumn<Level>("level");
+        const Columns<int, int, int, Severity, Level> row("link", "mode", "output", "alarm",
+                                                          "level");
         constexpr auto none = Severity::Information;
-        QTest::newRow("nothing heard yet") << -1 << -1 << -1 << none << Level::Waiting;
-        QTest::newRow("on line") << 0 << 4 << 2 << none << Level::Normal;
-        QTest::newRow("battery test") << 0 << 6 << 2 << none << Level::Attention;
-        QTest::newRow("on battery") << 0 << 5 << 2 << none << Level::Critical;
-        QTest::newRow("on bypass") << 0 << 3 << 1 << none << Level::Attention;
-        QTest::newRow("bypass of another mode") << 0 << 11 << 1 << none << Level::Attention;
-        QTest::newRow("ECO feeds by the bypass") << 0 << 9 << 1 << none << Level::Normal;
-        QTest::newRow("output stopped") << 0 << 4 << 0 << none << Level::Critical;
-        QTest::newRow("warning") << 0 << 4 << 2 << Severity::Warning << Level::Attention;
-        QTest::newRow("critical on bypass") << 0 << 3 << 1 << Severity::Critical << Level::Critical;
-        QTest::newRow("lost outranks its alarms")
-            << 1 << 4 << 2 << Severity::Warning << Level::Lost;
-        QTest::newRow("mode that nobody knows") << 0 << 99 << 2 << none << Level::Normal;
+        row("nothing heard yet", -1, -1, -1, none, Level::Waiting);
+        row("on line", 0, 4, 2, none, Level::Normal);
+        row("battery test", 0, 6, 2, none, Level::Attention);
+        row("on battery", 0, 5, 2, none, Level::Critical);
+        row("on bypass", 0, 3, 1, none, Level::Attention);
+        row("bypass of another mode", 0, 11, 1, none, Level::Attention);
+        row("ECO feeds by the bypass", 0, 9, 1, none, Level::Normal);
+        row("output stopped", 0, 4, 0, none, Level::Critical);
+        row("warning", 0, 4, 2, Severity::Warning, Level::Attention);
+        row("critical on bypass", 0, 3, 1, Severity::Critical, Level::Critical);
+        row("lost outranks its alarms", 1, 4, 2, Severity::Warning, Level::Lost);
+        row("mode that nobody knows", 0, 99, 2, none, Level::Normal);
     }
 
     void status()
@@ -122,18 +118,12 @@ private slots:
 
     void wayToADevice_data()
     {
-        QTest::addColumn<QString>("device");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("no port") << "port=/dev/ttyNone"
-                                 << "there is no such port";
-        QTest::newRow("a file") << "port=file"
-                                << "that is no port";
-        QTest::newRow("silent port") << "port=/dev/ptmx,addr=7"
-                                     << "nobody answers at address 7";
-        QTest::newRow("refused") << "tcp=127.0.0.1:1"
-                                 << "the connection is refused";
-        QTest::newRow("silent peer") << "tcp=127.0.0.1:%1,addr=255"
-                                     << "unit 255 does not answer";
+        const Columns<QString, QString> row("device", "text");
+        row("no port", "port=/dev/ttyNone", "there is no such port");
+        row("a file", "port=file", "that is no port");
+        row("silent port", "port=/dev/ptmx,addr=7", "nobody answers at address 7");
+        row("refused", "tcp=127.0.0.1:1", "the connection is refused");
+        row("silent peer", "tcp=127.0.0.1:%1,addr=255", "unit 255 does not answer");
     }
 
     void wayToADevice()

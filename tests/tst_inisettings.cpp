@@ -36,10 +36,7 @@ class tst_IniSettings : public GuardedTest
 private slots:
     void readsAsQSettingsDoes_data()
     {
-        QTest::addColumn<QByteArray>("file");
-        const auto row = [](const char *name, const QByteArray &file) {
-            QTest::newRow(name) << file;
-        };
+        const Columns<QByteArray> row("file");
         row("quoted, unquoted, trimmed",
             "[g]\na=\"9600,n,8,1\"\nb=9600, n ,8,1\nc =  x  \nd=\" x \"y");
         row("groups: general, escaped, none, broken",

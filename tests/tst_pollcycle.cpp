@@ -54,15 +54,12 @@ private slots:
     void commandsAreAnswered_data()
     {
         using Kind = CommandAnswer::Kind;
-        QTest::addColumn<bool>("hasDriver");
-        QTest::addColumn<int>("driverSays");
-        QTest::addColumn<int>("queryAfterIt");
-        QTest::addColumn<int>("kind");
-        QTest::newRow("done") << true << 1 << 1 << int(Kind::Accepted);
-        QTest::newRow("done, then lost") << true << 1 << 0 << int(Kind::Accepted);
-        QTest::newRow("refused by a device that answers") << true << 0 << 1 << int(Kind::Refused);
-        QTest::newRow("no answer") << true << 0 << 0 << int(Kind::NoAnswer);
-        QTest::newRow("no driver") << false << 1 << 1 << int(Kind::NotSent);
+        const Columns<bool, int, int, int> row("hasDriver", "driverSays", "queryAfterIt", "kind");
+        row("done", true, 1, 1, int(Kind::Accepted));
+        row("done, then lost", true, 1, 0, int(Kind::Accepted));
+        row("refused by a device that answers", true, 0, 1, int(Kind::Refused));
+        row("no answer", true, 0, 0, int(Kind::NoAnswer));
+        row("no driver", false, 1, 1, int(Kind::NotSent));
     }
 
     void commandsAreAnswered()
@@ -254,10 +251,9 @@ private slots:
     // While another program has the device nobody asks it anything, and it is not lost.
     void heldOff_data()
     {
-        QTest::addColumn<int>("communicationType");
-        QTest::addColumn<QString>("line");
-        QTest::newRow("serial") << 0 << "/dev/nothing";
-        QTest::newRow("TCP") << 1 << "127.0.0.1:502";
+        const Columns<int, QString> row("communicationType", "line");
+        row("serial", 0, "/dev/nothing");
+        row("TCP", 1, "127.0.0.1:502");
     }
 
     void heldOff()

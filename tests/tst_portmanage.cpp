@@ -115,11 +115,7 @@ private slots:
     // Once a cause, however often the port is tried, and with all that helps to mend it.
     void settingsThatCannotBeSet_data()
     {
-        QTest::addColumn<QString>("param");
-        QTest::addColumn<QString>("remark");
-        const auto row = [](const char *name, const char *param, const char *remark) {
-            QTest::newRow(name) << QString(param) << QString(remark);
-        };
+        const Columns<QString, QString> row("param", "remark");
         row("none", "hello", "not taken; allowed are .* as in 9600,n,8,1");
         row("empty", "", "not taken");
         row("parity", "9600,x,8,1", "not taken");

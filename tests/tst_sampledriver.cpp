@@ -87,9 +87,9 @@ private slots:
     // On TCP units 0 and 255 are the peer itself, which answers.
     void unitsOfThePeerItself_data()
     {
-        QTest::addColumn<int>("address");
-        QTest::newRow("tcp: 0") << 0;
-        QTest::newRow("tcp: 255") << 255;
+        const Columns<int> row("address");
+        row("tcp: 0", 0);
+        row("tcp: 255", 255);
     }
 
     void unitsOfThePeerItself()

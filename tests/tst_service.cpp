@@ -57,18 +57,17 @@ private slots:
 
     void unusableTexts_data()
     {
-        QTest::addColumn<QByteArray>("argument");
-        QTest::addColumn<int>("exitCode");
-        QTest::newRow("carriage return") << QByteArray("a\rb") << 1;
-        QTest::newRow("no character") << QByteArray("a\xef\xbf\xbf") << 1;
-        QTest::newRow("nor this") << QByteArray("a\xef\xb7\x90") << 1;
-        QTest::newRow("nor this, further up") << QByteArray("\xf0\x9f\xbf\xbe") << 1;
-        QTest::newRow("no UTF-8") << QByteArray("caf\xe9") << 2;
-        QTest::newRow("half a character") << QByteArray("caf\xc3") << 2;
-        QTest::newRow("carriage return in the name") << QByteArray("name=a\rb") << 2;
-        QTest::newRow("no UTF-8 in the name") << QByteArray("name=caf\xe9") << 2;
-        QTest::newRow("folder in the name") << QByteArray("name=../x") << 2;
-        QTest::newRow("any other") << QByteArray("\x01\t\n\x7f caf\xc3\xa9 \xf0\x9f\x98\x80") << 0;
+        const Columns<QByteArray, int> row("argument", "exitCode");
+        row("carriage return", QByteArray("a\rb"), 1);
+        row("no character", QByteArray("a\xef\xbf\xbf"), 1);
+        row("nor this", QByteArray("a\xef\xb7\x90"), 1);
+        row("nor this, further up", QByteArray("\xf0\x9f\xbf\xbe"), 1);
+        row("no UTF-8", QByteArray("caf\xe9"), 2);
+        row("half a character", QByteArray("caf\xc3"), 2);
+        row("carriage return in the name", QByteArray("name=a\rb"), 2);
+        row("no UTF-8 in the name", QByteArray("name=caf\xe9"), 2);
+        row("folder in the name", QByteArray("name=../x"), 2);
+        row("any other", QByteArray("\x01\t\n\x7f caf\xc3\xa9 \xf0\x9f\x98\x80"), 0);
     }
 
     void unusableTexts()

@@ -110,9 +110,9 @@ private slots:
 
     void hostDoesNotWaitForABusyLine_data()
     {
-        QTest::addColumn<bool>("asked");
-        QTest::newRow("the next user opens it anew") << true;
-        QTest::newRow("nobody uses it") << false;
+        const Columns<bool> row("asked");
+        row("the next user opens it anew", true);
+        row("nobody uses it", false);
     }
 
     void hostDoesNotWaitForABusyLine()
@@ -146,28 +146,26 @@ private slots:
     void nothingIsReopenedInAPause_data()
     {
         using Act = std::function<void(PortManage &, SerialPort &)>;
-        QTest::addColumn<Act>("act");
-        QTest::addColumn<bool>("staysDue");
-        QTest::newRow("asked for")
-            << Act([](PortManage &m, SerialPort &p) { m.getPortHandle(p.getPortName()); }) << false;
-        QTest::newRow("asked for, locked") << Act([](PortManage &m, SerialPort &p) {
-            PortLock(*m.getLockedPort(p.getPortName()), std::adopt_lock);
-        }) << false;
-        QTest::newRow("closed") << Act([](PortManage &m, SerialPort &p) {
-            m.Close(p.getPortName());
-        }) << false;
-        QTest::newRow("reopened by hand") << Act([](PortManage &, SerialPort &p) {
-            const PortLock lock(p);
-            p.ReOpen();
-        }) << false;
-        QTest::newRow("reopened") << Act([](PortManage &m, SerialPort &p) {
-            m.ReOpen(p.getPortName());
-        }) << true;
-        QTest::newRow("reopened while in use") << Act([](PortManage &m, SerialPort &p) {
-            p.Lock();
-            m.ReOpen(p.getPortName());
-            p.UnLock();
-        }) << true;
+        const Columns<Act, bool> row("act", "staysDue");
+        row("asked for",
+            Act([](PortManage &m, SerialPort &p) { m.getPortHandle(p.getPortName()); }), false);
+        row("asked for, locked", Act([](PortManage &m, SerialPort &p) {
+                PortLock(*m.getLockedPort(p.getPortName()), std::adopt_lock);
+            }),
+            false);
+        row("closed", Act([](PortManage &m, SerialPort &p) { m.Close(p.getPortName()); }), false);
+        row("reopened by hand", Act([](PortManage &, SerialPort &p) {
+                const PortLock lock(p);
+                p.ReOpen();
+            }),
+            false);
+        row("reopened", Act([](PortManage &m, SerialPort &p) { m.ReOpen(p.getPortName()); }), true);
+        row("reopened while in use", Act([](PortManage &m, SerialPort &p) {
+                p.Lock();
+                m.ReOpen(p.getPortName());
+                p.UnLock();
+            }),
+            true);
     }
 
     // Another program has the line meanwhile.

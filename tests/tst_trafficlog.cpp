@@ -62,9 +62,9 @@ private slots:
 
     void fifoInThePlaceOfTheLog_data()
     {
-        QTest::addColumn<bool>("isRead");
-        QTest::newRow("nobody reads it") << false;
-        QTest::newRow("somebody reads it") << true;
+        const Columns<bool> row("isRead");
+        row("nobody reads it", false);
+        row("somebody reads it", true);
     }
 
     void fifoInThePlaceOfTheLog()

@@ -93,11 +93,10 @@ private slots:
 
     void plotsFitTheirArea_data()
     {
-        QTest::addColumn<QSizeF>("size");
-        QTest::addColumn<bool>("isRow");
-        QTest::newRow("beside the diagram") << QSizeF(276, 400) << false;
-        QTest::newRow("below the cards") << QSizeF(900, 118) << true;
-        QTest::newRow("large page") << QSizeF(1860, 500) << true;
+        const Columns<QSizeF, bool> row("size", "isRow");
+        row("beside the diagram", QSizeF(276, 400), false);
+        row("below the cards", QSizeF(900, 118), true);
+        row("large page", QSizeF(1860, 500), true);
     }
 
     void plotsFitTheirArea()

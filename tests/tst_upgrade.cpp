@@ -60,18 +60,15 @@ private slots:
 
     void endings_data()
     {
-        QTest::addColumn<QString>("service");
-        QTest::addColumn<QByteArray>("body");
-        QTest::addColumn<QString>("message"); // what the operator reads, as a pattern
-        QTest::addColumn<bool>("runsProgram");
-        QTest::newRow("good") << "Good" << QByteArray("true") << QString() << true;
-        QTest::newRow("crash") << "Crash" << QByteArray("kill -SEGV $$") << "crashed" << true;
-        QTest::newRow("closed") << "Closed" << QByteArray("exit 3") << "code 3" << true;
-        QTest::newRow("absent") << "Absent" << QByteArray() << "could not be started: " << false;
-        QTest::newRow("no service")
-            << "Missing" << QByteArray("true") << "Missing could not be stopped" << true;
-        QTest::newRow("no restart")
-            << "FailsToStart" << QByteArray("true") << "could not be started again" << true;
+        // message: what the operator reads, as a pattern
+        const Columns<QString, QByteArray, QString, bool> row("service", "body", "message",
+                                                              "runsProgram");
+        row("good", "Good", QByteArray("true"), QString(), true);
+        row("crash", "Crash", QByteArray("kill -SEGV $$"), "crashed", true);
+        row("closed", "Closed", QByteArray("exit 3"), "code 3", true);
+        row("absent", "Absent", QByteArray(), "could not be started: ", false);
+        row("no service", "Missing", QByteArray("true"), "Missing could not be stopped", true);
+        row("no restart", "FailsToStart", QByteArray("true"), "could not be started again", true);
     }
 
     void endings()
@@ -112,10 +109,10 @@ private slots:
     // The family's own program, told of the device and of the host's language.
     void fromTheView_data()
     {
-        QTest::addColumn<QByteArray>("parameters"); // sizes differ: Qt caches by size and time
-        QTest::addColumn<QByteArray>("arguments");
-        QTest::newRow("first language") << QByteArray("Language=1\n") << QByteArray("::1:502|0|");
-        QTest::newRow("other language") << QByteArray("Language=0") << QByteArray("::1:502|1|");
+        // parameters: sizes differ: Qt caches by size and time
+        const Columns<QByteArray, QByteArray> row("parameters", "arguments");
+        row("first language", QByteArray("Language=1\n"), QByteArray("::1:502|0|"));
+        row("other language", QByteArray("Language=0"), QByteArray("::1:502|1|"));
     }
 
     void fromTheView()

@@ -71,22 +71,21 @@ private slots:
     {
         using namespace upscontent;
         using namespace upsevent;
-        QTest::addColumn<int>("seconds");
-        QTest::addColumn<int>("mode"); // at the end
-        QTest::addColumn<Contents>("expected");
+        // mode: at the end
+        const Columns<int, int, Contents> row("seconds", "mode", "expected");
 
         // clang-format off
-        QTest::newRow("normal") << 60 << 4 << Contents { Started, OutputFromInverter };
-        QTest::newRow("mains-failure") << 60 << 4 << Contents {
-            appeared(AbnormalInput), InputFromBattery, appeared(BatteryLow), over(BatteryLow), over(AbnormalInput), InputFromMains };
-        QTest::newRow("battery-discharge") << 90 << 4 << Contents {
-            appeared(BatteryLow), appeared(EndOfDischarge), OutputOff, over(EndOfDischarge), InputFromMains, OutputFromInverter };
-        QTest::newRow("overload") << 40 << 4 << Contents {
-            appeared(OverloadAlarm), appeared(Overload), OutputFromBypass, over(OverloadAlarm), FaultCleared, OutputFromInverter };
-        QTest::newRow("bypass") << 20 << 3 << Contents { ManualBypass, OutputFromBypass };
-        QTest::newRow("fan-fault") << 90 << 4 << Contents {
-            appeared(FanFault), appeared(OverTemperature), OutputFromBypass, over(FanFault), FaultCleared, OutputFromInverter };
-        QTest::newRow("stopped") << 10 << 2 << Contents { ManualShutDown, OutputOff };
+        row("normal", 60, 4, Contents { Started, OutputFromInverter });
+        row("mains-failure", 60, 4, Contents {
+            appeared(AbnormalInput), InputFromBattery, appeared(BatteryLow), over(BatteryLow), over(AbnormalInput), InputFromMains });
+        row("battery-discharge", 90, 4, Contents {
+            appeared(BatteryLow), appeared(EndOfDischarge), OutputOff, over(EndOfDischarge), InputFromMains, OutputFromInverter });
+        row("overload", 40, 4, Contents {
+            appeared(OverloadAlarm), appeared(Overload), OutputFromBypass, over(OverloadAlarm), FaultCleared, OutputFromInverter });
+        row("bypass", 20, 3, Contents { ManualBypass, OutputFromBypass });
+        row("fan-fault", 90, 4, Contents {
+            appeared(FanFault), appeared(OverTemperature), OutputFromBypass, over(FanFault), FaultCleared, OutputFromInverter });
+        row("stopped", 10, 2, Contents { ManualShutDown, OutputOff });
         // clang-format on
     }
 

@@ -75,24 +75,23 @@ class tst_UpsSimLines : public GuardedTest
 private slots:
     void requestsOnALine_data()
     {
-        QTest::addColumn<QStringList>("pieces"); // an empty one is silence
-        QTest::addColumn<QStringList>("requests");
+        // pieces: an empty one is silence
+        const Columns<QStringList, QStringList> row("pieces", "requests");
         const QString request = QString::fromLatin1(rtuRead.toHex());
         const QString write = QStringLiteral("01100005000204000a0014139d");
         const QString unknown = QStringLiteral("0111c02c");
         const QStringList one { request };
-        QTest::newRow("two in one piece")
-            << QStringList { request + write } << QStringList { request, write };
-        QTest::newRow("in two pieces")
-            << QStringList { write.left(14), write.mid(14) } << QStringList { write };
-        QTest::newRow("cut off by silence") << QStringList { write.left(20), {}, request } << one;
-        QTest::newRow("noise, then silence") << QStringList { "00ff41", {}, request } << one;
-        QTest::newRow("wrong CRC") << QStringList { "010300050001940c", request } << one;
-        QTest::newRow("noise without end") << QStringList {
-            QString(400, QLatin1Char('4')), QString(400, QLatin1Char('4')), {}, request
-        } << one;
-        QTest::newRow("unknown function")
-            << QStringList { unknown, {}, request } << QStringList { unknown, request };
+        row("two in one piece", QStringList { request + write }, QStringList { request, write });
+        row("in two pieces", QStringList { write.left(14), write.mid(14) }, QStringList { write });
+        row("cut off by silence", QStringList { write.left(20), {}, request }, one);
+        row("noise, then silence", QStringList { "00ff41", {}, request }, one);
+        row("wrong CRC", QStringList { "010300050001940c", request }, one);
+        row("noise without end",
+            QStringList {
+                QString(400, QLatin1Char('4')), QString(400, QLatin1Char('4')), {}, request },
+            one);
+        row("unknown function", QStringList { unknown, {}, request },
+            QStringList { unknown, request });
     }
 
     void requestsOnALine()
@@ -148,9 +147,9 @@ private slots:
 
     void slowPeerHoldsNobodyUp_data()
     {
-        QTest::addColumn<bool>("tcp");
-        QTest::newRow("another peer") << true;
-        QTest::newRow("the pseudo-terminal") << false;
+        const Columns<bool> row("tcp");
+        row("another peer", true);
+        row("the pseudo-terminal", false);
     }
 
     // One peer sends a long request byte by byte, and in the end gets its answer.

@@ -1,3 +1,4 @@
+#include "columns.h"
 #include "displaytext.h"
 #include "familychecks.h"
 #include "pages/eventrecord.h"
@@ -17,12 +18,8 @@ private slots:
     void valueTexts_data()
     {
         using Values = QList<float>;
-        QTest::addColumn<int>("type");
-        QTest::addColumn<Values>("values"); // from identifier 100 on
-        QTest::addColumn<QString>("expected");
-        const auto row = [](const char *name, int type, const Values &values, const char *text) {
-            QTest::newRow(name) << type << values << QString::fromUtf8(text);
-        };
+        // values: from identifier 100 on
+        const Columns<int, Values, QString> row("type", "values", "expected");
         const float nan = std::numeric_limits<float>::quiet_NaN();
         row("integer, rounded", IntegerValue, { 1.6f }, "2V");
         row("integer, far off", IntegerValue, { 1e20f }, "0V");

@@ -145,14 +145,9 @@ private slots:
 
     void requests_data()
     {
-        QTest::addColumn<QString>("post"); // "command value"; a setting as "3005,18"
-        QTest::addColumn<int>("answer");   // -1: none
-        QTest::addColumn<QVector<DataReport>>("reports");
-        QTest::addColumn<QString>("told");
-        const auto row = [](const char *name, const char *post, int answer,
-                            const QVector<DataReport> &reports, const char *told) {
-            QTest::newRow(name) << post << answer << reports << told;
-        };
+        // post: "command value"; a setting as "3005,18"; answer: -1: none
+        const Columns<QString, int, QVector<DataReport>, QString> row("post", "answer", "reports",
+                                                                      "told");
         const auto at = [](int id, float value) { return DataReport { { id, value } }; };
         const int accepted = int(Kind::Accepted);
         row("no answer yet", "1016", -1, { at(output, 1) }, "Transfer to bypass: waiting");

@@ -74,15 +74,10 @@ private slots:
 
     void buttons_data()
     {
-        QTest::addColumn<QList<QByteArray>>("before"); // done to the UPS
-        QTest::addColumn<int>("code");
-        QTest::addColumn<QByteArray>("question");
-        QTest::addColumn<QByteArray>("answers"); // before and after
+        // before: done to the UPS; answers: before and after
+        const Columns<QList<QByteArray>, int, QByteArray, QByteArray> row("before", "code",
+                                                                          "question", "answers");
         using Acts = QList<QByteArray>;
-        const auto row = [](const char *button, const Acts &before, int code,
-                            const QByteArray &question, const QByteArray &answers) {
-            QTest::newRow(button) << before << code << question << answers;
-        };
         row("Turn off", {}, 18, "show register 4244", "1 0");
         row("Turn on", { "command 18" }, 17, "show register 4244", "0 1");
         row("Startup", { "command 4" }, 7, "path", "off inverter");

@@ -6,6 +6,13 @@ tavo_add_test(tavoview LIBRARIES tavo_view kx300_family SOURCES support/viewtest
 tavo_add_test(viewcontrol LIBRARIES tavo_view kx300_family SOURCES support/viewtest.h)
 tavo_add_test(viewlook LIBRARIES tavo_view kx300_family SOURCES support/viewtest.h)
 tavo_add_test(viewstate LIBRARIES tavo_view kx300_family SOURCES support/viewtest.h)
+
+# To the pixel; a change that is meant is taken over by update-looks.
+tavo_add_test(looks LIBRARIES tavo_view kx300_family ${CMAKE_DL_LIBS} SOURCES support/viewtest.h)
+target_compile_definitions(tst_looks PRIVATE LOOKS_FILE="${CMAKE_CURRENT_SOURCE_DIR}/looks.txt")
+add_custom_target(update-looks
+  COMMAND ${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen UPDATE_LOOKS=1 $<TARGET_FILE:tst_looks> VERBATIM)
+
 tavo_add_test(upgrade LIBRARIES tavo_view kx300_family tavo_upgrade tavo_service_test_support)
 
 tavo_add_test(translation LIBRARIES tavo_view kx300_family)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "columns.h"
 #include "warningguard.h"
 
 #include <QtTest>
