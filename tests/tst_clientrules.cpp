@@ -138,22 +138,27 @@ private slots:
                             const QStringList &complaints = {}, const QByteArray &param = {}) {
             QTest::newRow(name) << param << device << found << complaints;
         };
-        const QByteArray all = "portName=/dev/ttyS0\naddr=7\nretries=3\nprotocol=9\ninterval=0\n"
+        const QByteArray all = "portName=/dev/ttyS0\naddr=255\nretries=3\nprotocol=9\ninterval=0\n"
                                "commType=1\nipAddr=10.0.0.5\nport=1502\neventChooseList\\2=1\n";
         const QString standard = "1 COM1 1 5 0 5 0 : 502 ()";
         const QString unknown = "nothing about \"u\": the defaults are used, port COM1";
         row("no files", {}, standard, { unknown });
         row("other language", {}, "0 COM1 1 5 0 5 0 : 502 ()", { unknown }, "Language=2\n");
-        row("everything", "[u]\n" + all, "1 /dev/ttyS0 7 3 9 0 1 10.0.0.5: 1502 (1)");
+        row("everything", "[u]\n" + all, "1 /dev/ttyS0 255 3 9 0 1 10.0.0.5: 1502 (1)");
         row("of another device", "[u2]\n" + all, standard, { unknown });
-        row("no numbers", "[u]\nportName=a,b\naddr=1,2\ncommType=2\n", "1 a,b 0 5 0 5 2 : 502 ()",
-            { "u/addr=1,2 is no number", "u/commType=2 is outside of 0 to 1",
-              "u/addr=0 is outside of 1 to 247" });
+        row("no number", "[u]\nportName=a,b\naddr=1,2\n", "1 a,b 0 5 0 5 0 : 502 ()",
+            { "u/addr=1,2 is no number", "u/addr=0 is outside of 1 to 247" });
         row("TCP peer itself", "[u]\naddr=0\ncommType=1\n", "1 COM1 0 5 0 5 1 : 502 ()");
         row("negative address", "[u]\naddr=-251\ncommType=1\n", "1 COM1 -251 5 0 5 1 : 502 ()",
             { "u/addr=-251 is outside of 1 to 247" });
-        row("one address too high", "[u]\naddr=248\n", "1 COM1 248 5 0 5 0 : 502 ()",
-            { "u/addr=248 is outside of 1 to 247" });
+        row("lowest", "[u]\nretries=1\nprotocol=0\ninterval=0\ncommType=0\nport=1\n",
+            "1 COM1 1 1 0 0 0 : 1 ()");
+        row("one too high",
+            "[u]\naddr=248\nretries=1001\ninterval=86401\ncommType=2\nport=65536\n",
+            "1 COM1 248 1001 0 86401 2 : 65536 ()",
+            { "u/retries=1001 is outside of 1 to 1000", "u/interval=86401 is outside of 0 to 86400",
+              "u/commType=2 is outside of 0 to 1", "u/port=65536 is outside of 1 to 65535",
+              "u/addr=248 is outside of 1 to 247" });
         row("out of range",
             "[u]\naddr=300\nretries=99999999999\ninterval=-5\nport=70000\ncommType=\n",
             "1 COM1 300 0 0 -5 0 : 70000 ()",

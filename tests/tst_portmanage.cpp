@@ -121,7 +121,6 @@ private slots:
         row("parity", "9600,x,8,1", "not taken");
         row("odd rate", "9601,n,8,1", "50 baud is set");
         row("rate of other systems", "14400,n,8,1", "another rate is set");
-        row("rate without a speed", "56000,n,8,1", "another rate is set");
         row("mark parity", "9600,m,8,1", "mark parity is not available");
         row("space parity", "9600,s,8,1", "needs 7 data bits");
         row("stop bits and a half", "12#3#0#2", "1.5 are not available");

@@ -77,6 +77,7 @@ private slots:
                      { "10#2#1#1", B2400, CS7 | PARENB | PARODD | CSTOPB },
                      { "19200,E,7,2", B19200, CS7 | PARENB | CSTOPB },
                      { "115200,s,7,1", B115200, CS8 }, // the space is a data bit
+                     { "300,O,6,1", B300, CS6 | PARENB | PARODD },
                      { "9601,n,5,1", B50, CS5 } };
         m_guard->expect(QStringLiteral("does not support 50 baud operation\\.$"));
         for (const auto &row : rows) {
@@ -117,6 +118,9 @@ private slots:
             QVERIFY(stty.waitForFinished());
             QCOMPARE(stty.readAllStandardOutput().trimmed(), QByteArray::number(rate));
         }
+        for (const int rate : { 14400, 56000, 76800, 128000, 256000 })
+            QVERIFY(remarkOnSettings(QString("%1,n,8,1").arg(rate)).startsWith("another rate"));
+        QCOMPARE(s_UnixBaudList[22].rate, 0); // where a search for a rate ends
     }
 
     void refusedSettings()
