@@ -29,14 +29,14 @@ target_compile_definitions(tst_devhost PRIVATE
 add_dependencies(tst_devhost devhost kx300_client upssim sampledriver ${fixture_targets})
 
 # Its parts, without a plug-in.
-foreach(part hostfiles hostparts alarmlog)
+foreach(part hostparts alarmlog)
   tavo_add_test(${part} LIBRARIES tavo_devhost kx300_family)
 endforeach()
 
 # The window on a room of simulated UPSs.
 tavo_add_test(hostfleet
   LIBRARIES tavo_devhost
-  SOURCES support/upssimprocess.cpp support/upssimprocess.h
+  SOURCES support/upssimprocess.cpp support/upssimprocess.h support/windowtest.h
   ENVIRONMENT "PLUGIN=$<TARGET_FILE:kx300_client>;QTEST_FUNCTION_TIMEOUT=4000000")
 target_compile_definitions(tst_hostfleet PRIVATE UPSSIM_FILE="$<TARGET_FILE:upssim>")
 add_dependencies(tst_hostfleet kx300_client upssim sampledriver)

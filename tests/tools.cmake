@@ -1,5 +1,4 @@
-tavo_add_test(upssim LIBRARIES tavo_upssim)
-tavo_add_test(upssimlines LIBRARIES tavo_upssim Qt5::Network
+tavo_add_test(upssim LIBRARIES tavo_upssim Qt5::Network
   SOURCES support/upssimprocess.cpp support/upssimprocess.h)
 foreach(test sampledriver driverports)
   tavo_add_test(${test} LIBRARIES tavo_comm tavo_registermap LABELS threads
@@ -7,7 +6,7 @@ foreach(test sampledriver driverports)
             support/upssimprocess.cpp support/upssimprocess.h)
   add_dependencies(tst_${test} sampledriver)
 endforeach()
-foreach(test upssimlines sampledriver driverports)
+foreach(test upssim sampledriver driverports)
   target_compile_definitions(tst_${test} PRIVATE UPSSIM_FILE="$<TARGET_FILE:upssim>")
   add_dependencies(tst_${test} upssim)
 endforeach()

@@ -5,7 +5,6 @@
 #include "alarmlog.h"
 
 #include <QAbstractItemModelTester>
-#include <QLockFile>
 #include <sys/stat.h>
 
 namespace {

@@ -153,8 +153,7 @@ private slots:
             { "u/addr=-251 is outside of 1 to 247" });
         row("lowest", "[u]\nretries=1\nprotocol=0\ninterval=0\ncommType=0\nport=1\n",
             "1 COM1 1 1 0 0 0 : 1 ()");
-        row("one too high",
-            "[u]\naddr=248\nretries=1001\ninterval=86401\ncommType=2\nport=65536\n",
+        row("one too high", "[u]\naddr=248\nretries=1001\ninterval=86401\ncommType=2\nport=65536\n",
             "1 COM1 248 1001 0 86401 2 : 65536 ()",
             { "u/retries=1001 is outside of 1 to 1000", "u/interval=86401 is outside of 0 to 86400",
               "u/commType=2 is outside of 0 to 1", "u/port=65536 is outside of 1 to 65535",
@@ -217,23 +216,6 @@ private slots:
                                    + ": cannot be read, defaults are used: not a regular file"));
     }
 
-    void eventTexts()
-    {
-        const int eventCount = 96;
-        const QList<QString> texts = tavoFont::instance()->getEventLogDesc();
-        QCOMPARE(texts.size(), 192);
-        for (int k = 0; k < eventCount; ++k) {
-            QString expected = texts.at(k).trimmed() + " disappear";
-            if (k >= 32 && k < 48) {
-                QVERIFY(texts.at(k).isEmpty());
-                expected = QStringLiteral("Reserved %1 disappear").arg(k);
-            }
-            if (k == 12) // the one event that is spelt in two ways
-                expected.replace(0, 1, 'S');
-            QCOMPARE(texts.at(eventCount + k), expected);
-        }
-    }
-
     void dataLogRow_data()
     {
         using Data = QMap<int, QVariant>;
@@ -260,14 +242,6 @@ private slots:
         QFETCH(int, column);
         const QString text = tavoFont::instance()->changeLogData(data).at(column);
         QTEST(text, "expected");
-    }
-
-    void dataLogTitles()
-    {
-        const QStringList titles = tavoFont::instance()->getDataLogDesc();
-        QCOMPARE(titles.size(), 15);
-        QCOMPARE(titles.first() + titles.last(), QStringLiteral("Input voltage(V)Battery state"));
-        QCOMPARE(tavoFont::instance()->changeLogData({}).size(), titles.size());
     }
 };
 

@@ -3,19 +3,12 @@
 #include "guardedtest.h"
 #include "modbus/commio.h"
 #include "modbus/modbusframe.h"
-#include "modbusserver.h"
-#include "portmanage.h"
-#include "ptypair.h"
-#include "registerread.h"
-#include "serial/portlock.h"
-#include "silentpeer.h"
-#include "stopsource.h"
-#include "tcpconnect.h"
+#include "serial/serialport.h"
 #include "tcpconnection.h"
 
-#include <QTcpServer>
 #include <QTcpSocket>
 
+#include <sys/socket.h>
 #include <thread>
 #include <unistd.h>
 
@@ -188,18 +181,19 @@ private slots:
         PortDescriptor none {};
         PortDescriptor serial { &closed, CommRead, CommWrite };
         PortDescriptor tcp { &unconnected, TcpCommRead, TcpCommWrite };
-        const auto sumOfResults = [](PortDescriptor *handle, char *buffer) {
-            return CommRead(handle, buffer, 8) + CommWrite(handle, buffer, 8)
-                + TcpCommRead(handle, buffer, 8) + TcpCommWrite(handle, buffer, 8);
+        const QList<int> refused { -1, -1, -5, -1 };
+        const auto results = [](PortDescriptor *handle, char *buffer) {
+            return QList<int> { CommRead(handle, buffer, 8), CommWrite(handle, buffer, 8),
+                                TcpCommRead(handle, buffer, 8), TcpCommWrite(handle, buffer, 8) };
         };
         for (PortDescriptor *handle :
              { static_cast<PortDescriptor *>(nullptr), &none, &serial, &tcp })
-            QCOMPARE(sumOfResults(handle, frame), -1 - 1 - 5 - 1);
-        QCOMPARE(sumOfResults(&connection.handle, nullptr), -1 - 1 - 5 - 1);
+            QCOMPARE(results(handle, frame), refused);
+        QCOMPARE(results(&connection.handle, nullptr), refused);
         for (const int length : { 997, INT_MAX, -1, INT_MIN })
             QCOMPARE(TcpCommWrite(&connection.handle, frame, length), -1);
-        QCOMPARE(CommRead(&connection.handle, frame, -1) + CommWrite(&connection.handle, frame, -1),
-                 -2);
+        QCOMPARE(CommRead(&connection.handle, frame, -1), -1);
+        QCOMPARE(CommWrite(&connection.handle, frame, -1), -1);
     }
 };
 

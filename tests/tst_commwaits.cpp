@@ -2,7 +2,6 @@
 
 #include "guardedtest.h"
 #include "modbus/commio.h"
-#include "modbus/modbusframe.h"
 #include "modbusserver.h"
 #include "portmanage.h"
 #include "ptypair.h"
@@ -18,7 +17,6 @@
 
 #include <dlfcn.h>
 #include <fcntl.h>
-#include <functional>
 #include <netdb.h>
 #include <sys/resource.h>
 #include <sys/socket.h>

@@ -71,11 +71,7 @@ private slots:
     void slowPeers()
     {
         constexpr int placeCount = 16;
-        ControlServer patient(
-            [](const ControlRequest &) {
-                return ControlReply { true, {} };
-            },
-            std::chrono::minutes(1));
+        ControlServer patient(agree, std::chrono::minutes(1));
         QCOMPARE(patient.listen(path("s")), ControlServer::Outcome::Listening);
         std::vector<std::unique_ptr<QLocalSocket>> peers;
         for (int i = 0; i <= placeCount; ++i) {
@@ -96,11 +92,7 @@ private slots:
 
     void dripFeed()
     {
-        ControlServer server(
-            [](const ControlRequest &) {
-                return ControlReply { true, {} };
-            },
-            std::chrono::milliseconds(200));
+        ControlServer server(agree, std::chrono::milliseconds(200));
         QCOMPARE(server.listen(path("s")), ControlServer::Outcome::Listening);
         const auto peer = connected(path("s"));
         QTimer drip;
@@ -132,6 +124,8 @@ private slots:
     }
 
 private:
+    static ControlReply agree(const ControlRequest &) { return { true, {} }; }
+
     static std::unique_ptr<QLocalSocket> connected(const QString &socket)
     {
         auto peer = std::make_unique<QLocalSocket>();

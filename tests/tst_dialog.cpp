@@ -1,5 +1,4 @@
 #include "dialogs/dialog.h"
-#include "dialogs/loading.h"
 #include "dialogs/msgbox.h"
 #include "guardedtest.h"
 #include "modalanswer.h"
@@ -9,11 +8,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QStackedWidget>
-#include <QtMath>
 
-#include <algorithm>
-#include <cmath>
-#include <functional>
 #include <memory>
 
 using Event = QMap<QString, QVariant>;
@@ -163,27 +158,6 @@ private slots:
             QTRY_VERIFY(!m_dialog->isVisible());
             QVERIFY2(timer.elapsed() >= delay - 5, QByteArray::number(timer.elapsed()));
         }
-    }
-
-    // Twelve dots in a ring: a dark head that grows stronger, a tail that fades.
-    void spinner()
-    {
-        Loading loading;
-        loading.resize(120, 120);
-        const QImage image = loading.grab().toImage();
-        const QColor ground = image.pixelColor(60, 60);
-        QList<int> contrasts;
-        for (int dot = 0; dot < 12; ++dot) {
-            const double angle = dot * M_PI / 6;
-            const QColor color =
-                image.pixelColor(int(57 + 45 * std::sin(angle)), int(57 + 45 * std::cos(angle)));
-            contrasts.append(ground.blue() - color.blue());
-        }
-        const auto tail = contrasts.begin() + 3;
-        QCOMPARE(std::adjacent_find(contrasts.begin(), tail, std::greater_equal<int>()), tail);
-        QCOMPARE(std::adjacent_find(tail, contrasts.end(), std::less_equal<int>()),
-                 contrasts.end());
-        QVERIFY(contrasts.first() > 0 && contrasts.last() > 0);
     }
 
     void rangeMayChangeMeanwhile()

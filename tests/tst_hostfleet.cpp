@@ -1,12 +1,7 @@
-#include "guardedtest.h"
 #include "upssimprocess.h"
+#include "windowtest.h"
 
 #include "alarmlog.h"
-#include "collectthread.h"
-#include "hostgui.h"
-#include "hostwindow.h"
-#include "pluginfile.h"
-#include "rundirectory.h"
 
 #include <QRandomGenerator>
 
@@ -165,17 +160,7 @@ private:
 
 int main(int argc, char **argv)
 {
-    if (!RunDirectory::isActive())
-        qFatal("%s", qPrintable(RunDirectory::enter(argv, {}).error));
-    int code = 0;
-    {
-        QApplication application(argc, argv);
-        HostGui::setLooks();
-        tst_Hostfleet test;
-        code = QTest::qExec(&test, argc, argv);
-    }
-    RunDirectory::remove();
-    return code;
+    return runApart<tst_Hostfleet>(argc, argv);
 }
 
 #include "tst_hostfleet.moc"

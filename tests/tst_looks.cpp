@@ -14,7 +14,7 @@
 #include <dlfcn.h>
 #include <sys/time.h>
 
-static timespec now = { 1'700'000'000, 0 }; // of all clocks that are drawn
+static timespec now = {}; // of all clocks that are drawn
 
 #define FOR_QT extern "C" __attribute__((visibility("default")))
 
@@ -99,6 +99,7 @@ private slots:
 
     void init()
     {
+        now.tv_sec = 1'700'000'000;
         ViewTest::init();
         m_view->resize(1000, 640);
         m_view->show();
@@ -146,7 +147,6 @@ private slots:
                 values[2059] = values[2071] = values[2082] = 1.0f;
             m_view->flushData(values);
         }
-        now.tv_sec -= 200;
         news.setLink({ link, QDateTime::currentDateTime() });
         m_view->control(1016, {});
         emit news.historyExported({ "history.csv", 312, {} });

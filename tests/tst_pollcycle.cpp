@@ -70,8 +70,7 @@ private slots:
         QFETCH(bool, hasDriver);
         if (!hasDriver)
             m_driver->unload();
-        const auto query = [=](auto &&...) { return queryAfterIt; };
-        theDriver().onQuery(query);
+        theDriver().onQuery([=](auto &&...) { return queryAfterIt; });
         theDriver().onControl([=](auto &&...) { return driverSays; });
         send({ 1007 });
         m_cycle->run();
@@ -94,7 +93,6 @@ private slots:
         };
         m_cycle->run();
         QCOMPARE(m_sent.size(), 3);
-        QVector<void *> ports;
         QString name = QStringLiteral("/dev/nothing");
         for (int i = 0; i < 3; ++i, name += QLatin1Char('2')) {
             QCOMPARE(m_sent.at(i).unit, 1 + i);
@@ -104,26 +102,23 @@ private slots:
         QCOMPARE(m_queried.unit, 4);
     }
 
-    void drainBudget()
+    void drain()
     {
+        CommandRunner &commands = m_cycle->commands();
         for (int i = 0; i < 250; ++i)
-            m_cycle->commands().append({ 2016, QString::number(i) });
-        m_cycle->commands().drain();
+            commands.append({ 2016, QString::number(i) });
+        commands.drain();
         QCOMPARE(m_sent.size(), 201);
         QCOMPARE(m_sent.last().command, QByteArray("200"));
         m_cycle->run();
         QCOMPARE(m_sent.size(), 250);
-    }
-
-    void closingStopsTheDrain()
-    {
-        m_cycle->commands().append({ 1007, "now" });
-        m_cycle->commands().append({ 1018, {} });
-        m_cycle->commands().append({ 1011, "12:00" });
-        m_cycle->commands().drain();
-        QCOMPARE(m_sent.size(), 1);
+        // A closing of the port ends it.
+        for (const auto &[command, value] :
+             { std::pair(1007, "now"), { 1018, "" }, { 1011, "12:00" } })
+            commands.append({ command, value });
+        commands.drain();
         QCOMPARE(m_sent.last().command, QByteArray("4,now"));
-        m_cycle->commands().drain();
+        commands.drain();
         QCOMPARE(m_sent.last().command, QByteArray());
         QVERIFY(m_guard->messages().contains("1011 \"12:00\" 1"));
     }
@@ -144,15 +139,7 @@ private slots:
         QCOMPARE(m_sent.first().unit, 7);
         QCOMPARE(m_sent.first().device, static_cast<void *>(expected));
         QCOMPARE(m_queried.device, static_cast<void *>(expected));
-    }
-
-    void reportNamesWhoWasAsked()
-    {
-        const PtyPair line;
-        m_host->change([&](DeviceSettings &settings) { settings.portName = line.name(); });
-        runBusy(line, [](DeviceSettings &settings) { settings.unit = 7; });
-        QCOMPARE(m_queried.unit, 7);
-        QVERIFY(m_host->published.contains({ "upsAddr", "7" }));
+        QVERIFY(m_host->published.contains({ "upsAddr", "7" })); // who was asked
     }
 
     // A peer that is not connected yet gets neither the old one's commands nor its name.
@@ -160,11 +147,7 @@ private slots:
     {
         QTcpServer server;
         QVERIFY(server.listen(QHostAddress::LocalHost));
-        m_host->change([&](DeviceSettings &settings) {
-            settings.communicationType = tcpCommunication;
-            settings.ipAddress = QStringLiteral("127.0.0.1");
-            settings.tcpPort = server.serverPort();
-        });
+        useTcp(server.serverPort());
         send({ 1001, 1007 });
         m_onCommand = [this] {
             m_host->change([](DeviceSettings &settings) { settings.ipAddress = "127.0.0.2"; });
@@ -190,12 +173,9 @@ private slots:
         m_host->onPost = [&](int type, const QVariantMap &map) {
             if (type == 2007)
                 return;
-            steps += QStringLiteral("%1:%2|%3,%4,%5")
-                         .arg(type)
-                         .arg(map.value("alarmId").toInt())
-                         .arg(m_host->reportedStates.value(5))
-                         .arg(m_host->reportedStates.value(59))
-                         .arg(m_host->reportedStates.value(2059));
+            const QMap<int, int> &states = m_host->reportedStates;
+            steps += QString::asprintf("%d:%d|%d,%d,%d", type, map.value("alarmId").toInt(),
+                                       states.value(5), states.value(59), states.value(2059));
         };
         m_cycle->store(2005, 1);
         m_cycle->store(2059, 1);
@@ -249,26 +229,12 @@ private slots:
     }
 
     // While another program has the device nobody asks it anything, and it is not lost.
-    void heldOff_data()
-    {
-        const Columns<int, QString> row("communicationType", "line");
-        row("serial", 0, "/dev/nothing");
-        row("TCP", 1, "127.0.0.1:502");
-    }
-
     void heldOff()
     {
-        QFETCH(int, communicationType);
-        QFETCH(QString, line);
-        m_host->change([&](DeviceSettings &settings) {
-            settings.communicationType = communicationType;
-            settings.ipAddress = QStringLiteral("127.0.0.1");
-            settings.tcpPort = 502;
-            settings.retries = 1;
-        });
+        m_host->change([](DeviceSettings &settings) { settings.retries = 1; });
         QVector<int> types;
         m_host->onPost = [&types](int type, const QVariantMap &) { types.append(type); };
-        auto pause = std::make_unique<LinePause>(line);
+        auto pause = std::make_unique<LinePause>("/dev/nothing");
         QVERIFY(pause->isQuiet());
         send({ 1007 });
         for (int i = 0; i < 3; ++i)
@@ -276,7 +242,6 @@ private slots:
         QVERIFY(m_sent.isEmpty() && types.isEmpty() && m_queried.unit == 0);
         QCOMPARE(m_host->failCount, 0);
         pause.reset();
-        m_host->change([](DeviceSettings &settings) { settings.communicationType = 0; });
         m_cycle->run();
         QCOMPARE(m_sent.size(), 1);
         QCOMPARE(m_queried.unit, 1);
@@ -287,11 +252,7 @@ private slots:
     {
         QTcpServer server;
         QVERIFY(server.listen(QHostAddress::LocalHost));
-        m_host->change([&](DeviceSettings &settings) {
-            settings.communicationType = tcpCommunication;
-            settings.ipAddress = QStringLiteral("127.0.0.1");
-            settings.tcpPort = server.serverPort();
-        });
+        useTcp(server.serverPort());
         const QString peer = QStringLiteral("127.0.0.1:%1").arg(server.serverPort());
         std::thread poller([this] { m_cycle->run(); });
         QTest::qWait(500); // it pauses before it connects
@@ -299,6 +260,7 @@ private slots:
         QVERIFY(pause->isQuiet());
         poller.join();
         QVERIFY(!server.waitForNewConnection(0));
+        QVERIFY(m_host->failCount == 0 && m_queried.unit == 0);
         pause.reset();
         m_cycle->run();
         QVERIFY(server.waitForNewConnection(0));
@@ -329,10 +291,9 @@ private slots:
     void driverThatThrows()
     {
         m_guard->expect("driver (Query|Control) threw: broken");
-        const auto fails = []() -> int { throw std::runtime_error("broken"); };
-        theDriver().onQuery(
-            [&](PortDescriptor &, int, const FakeDriver::Callback &) { return fails(); });
-        theDriver().onControl([&](PortDescriptor &, const char *) { return fails(); });
+        const auto fails = [](auto &&...) -> int { throw std::runtime_error("broken"); };
+        theDriver().onQuery(fails);
+        theDriver().onControl(fails);
         m_host->change([](DeviceSettings &settings) { settings.retries = 1; });
         send({ 1007 });
         m_cycle->run();
@@ -364,6 +325,15 @@ private:
         m_host->change(change);
         lock.reset();
         poller.join();
+    }
+
+    void useTcp(quint16 port)
+    {
+        m_host->change([port](DeviceSettings &settings) {
+            settings.communicationType = tcpCommunication;
+            settings.ipAddress = QStringLiteral("127.0.0.1");
+            settings.tcpPort = port;
+        });
     }
 
     void send(const QVector<int> &commands)

@@ -2,18 +2,15 @@
 
 #include "guardedtest.h"
 #include "inthreads.h"
-#include "linepause.h"
 #include "modbusserver.h"
 #include "portmanage.h"
 #include "ptypair.h"
 #include "registerread.h"
-#include "serial/portlock.h"
 #include "serial/serialini.h"
 #include "stopsource.h"
 
 #include <sys/stat.h>
 #include <thread>
-#include <vector>
 
 using namespace std::chrono_literals;
 

@@ -72,20 +72,6 @@ private slots:
         QVERIFY(m_controller.pause());
     }
 
-    void hungCallback()
-    {
-        QVERIFY(install({ "hang" }));
-        QVERIFY(m_controller.start());
-        const Stopwatch stopwatch;
-        QVERIFY(!m_controller.sendCommand(13));
-        QCOMPARE(m_controller.error(), ServiceError::TimedOut);
-        QVERIFY2(stopwatch.elapsed() < 10'000, qPrintable(QString::number(stopwatch.elapsed())));
-        QVERIFY(m_controller.stop());
-        QVERIFY2(m_controller.lastResult().text.contains("killed"),
-                 qPrintable(m_controller.lastResult().text));
-        QVERIFY(!m_controller.isRunning());
-    }
-
     void deletedWithRequests()
     {
         QVERIFY(install({ "slow" }));

@@ -8,11 +8,9 @@
 #include "ptypair.h"
 #include "registerread.h"
 #include "serial/portlock.h"
-#include "serial/serialini.h"
 #include "stopsource.h"
 
 #include <functional>
-#include <sys/stat.h>
 #include <thread>
 #include <vector>
 

@@ -13,7 +13,6 @@
 #include <QToolButton>
 
 #include <algorithm>
-#include <memory>
 
 class tst_TavoView : public ViewTest
 {

@@ -1,7 +1,17 @@
-// The simulated UPS by itself: its behaviour in time, its scripts and its doors for tests.
+// The simulated UPS: its behaviour in time, its scripts, and what its peers see of it: requests in
+// any pieces, slow and idle peers, long lines.
 
 #include "guardedtest.h"
+#include "requestreader.h"
 #include "simulator.h"
+#include "upssimprocess.h"
+
+#include <QFile>
+#include <QTcpSocket>
+#include <QTimer>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 using namespace registermap;
 using namespace upssim;
@@ -36,29 +46,56 @@ bool isSubsequence(const Contents &expected, const Contents &all)
     return found == expected.size();
 }
 
-bool act(Simulator &simulator, const QString &action)
-{
-    const auto understood = parseAction(action);
-    return understood && simulator.perform(*understood);
-}
+const QByteArray tcpRead = QByteArray::fromHex("000100000006010300050001"); // setting 3005
+const QByteArray tcpAnswer = QByteArray::fromHex("0001000000050103020014");
+const QByteArray rtuRead = QByteArray::fromHex("010300050001940b");
+const QByteArray rtuAnswer = QByteArray::fromHex("0103020014b84b");
 
-// What reads of all areas see, by identifier.
-QMap<int, int> registers(Simulator &simulator)
+/** A client of the simulator that waits for nothing by itself. */
+class Peer
 {
-    QMap<int, int> all;
-    const modbus_mapping_t &mapping = *simulator.registers().mapping();
-    for (const Block &block : blocks) {
-        if (simulator.registers().handle({ block.function, block.address, block.count, {} }) != 0)
-            return {};
-        for (int i = 0; i < block.count; ++i) {
-            const int at = block.address + i;
-            all[block.firstId + i] = block.function == 2 ? mapping.tab_input_bits[at]
-                : block.function == 3                    ? mapping.tab_registers[at]
-                                                         : mapping.tab_input_registers[at];
-        }
+public:
+    explicit Peer(const UpsSimProcess &simulator, bool tcp = true)
+        : m_tcp(tcp)
+    {
+        if (tcp)
+            m_socket.connectToHost(QStringLiteral("127.0.0.1"), simulator.tcpPort());
+        else
+            m_terminal = open(QFile::encodeName(simulator.terminalName()).constData(),
+                              O_RDWR | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     }
-    return all;
-}
+    ~Peer()
+    {
+        if (m_terminal >= 0)
+            close(m_terminal);
+    }
+
+    void send(const QByteArray &bytes)
+    {
+        if (m_tcp)
+            m_socket.write(bytes);
+        else if (write(m_terminal, bytes.constData(), size_t(bytes.size())) != bytes.size())
+            m_received = "the terminal takes nothing";
+    }
+
+    QByteArray received()
+    {
+        if (m_tcp)
+            return m_received += m_socket.readAll();
+        char buffer[512];
+        const auto count = read(m_terminal, buffer, sizeof buffer);
+        return m_received.append(buffer, count > 0 ? int(count) : 0);
+    }
+
+    bool isConnected() const { return m_socket.state() == QAbstractSocket::ConnectedState; }
+    bool isGone() const { return m_socket.state() == QAbstractSocket::UnconnectedState; }
+
+private:
+    const bool m_tcp;
+    QTcpSocket m_socket;
+    int m_terminal = -1;
+    QByteArray m_received;
+};
 
 } // namespace
 
@@ -143,32 +180,145 @@ private slots:
         }
     }
 
-    // Every register of every area shows what a test wants it to show, and then its own again.
-    void registersCanBeForced()
+    void requestsOnALine_data()
     {
-        Simulator simulator(1, 0);
-        Simulator twin(1, 0);
-        const QMap<int, int> own = registers(twin);
-        QCOMPARE(own.size(), eventCount + settingCount + measurementCount);
-        QMap<int, int> forced;
-        for (const int id : own.keys()) {
-            const int raw = id < firstSetting ? 1 - own[id] : 65535 - id;
-            forced[id] = raw;
-            QVERIFY(act(simulator, QStringLiteral("register %1 %2").arg(id).arg(raw)));
-        }
-        run(simulator, 0.1);
-        run(twin, 0.1);
-        QCOMPARE(registers(simulator), forced);
-        QVERIFY(!act(simulator, QStringLiteral("register 3105 1")));
+        // pieces: an empty one is silence
+        const Columns<QStringList, QStringList> row("pieces", "requests");
+        const QString request = QString::fromLatin1(rtuRead.toHex());
+        const QString write = QStringLiteral("01100005000204000a0014139d");
+        const QString unknown = QStringLiteral("0111c02c");
+        const QStringList one { request };
+        row("two in one piece", QStringList { request + write }, QStringList { request, write });
+        row("in two pieces", QStringList { write.left(14), write.mid(14) }, QStringList { write });
+        row("cut off by silence", QStringList { write.left(20), {}, request }, one);
+        row("noise, then silence", QStringList { "00ff41", {}, request }, one);
+        row("wrong CRC", QStringList { "010300050001940c", request }, one);
+        row("noise without end",
+            QStringList {
+                QString(400, QLatin1Char('4')), QString(400, QLatin1Char('4')), {}, request },
+            one);
+        row("unknown function", QStringList { unknown, {}, request },
+            QStringList { unknown, request });
+    }
 
-        // What a client writes is what it reads.
-        for (Simulator *each : { &simulator, &twin })
-            QCOMPARE(each->registers().handle({ 6, 5, 1, { 18 } }), 0);
-        QCOMPARE(registers(simulator)[3005], 18);
-        QVERIFY(act(simulator, QStringLiteral("registers free")));
-        QCOMPARE(registers(simulator), registers(twin));
+    void requestsOnALine()
+    {
+        QFETCH(QStringList, pieces);
+        RequestReader reader(modbus::Framing::Rtu);
+        QStringList requests;
+        const auto note = [&requests](const QByteArray &request) {
+            requests.append(QString::fromLatin1(request.toHex()));
+        };
+        for (const QString &piece : pieces) {
+            const QByteArray bytes = QByteArray::fromHex(piece.toLatin1());
+            reader.append(bytes.constData(), bytes.size());
+            while (const auto request = reader.next())
+                note(*request);
+            if (const auto request = bytes.isEmpty() ? reader.silence() : std::nullopt)
+                note(*request);
+        }
+        QTEST(requests, "requests");
+        QVERIFY(!reader.pending());
+    }
+
+    void oddRequestsOnTcp_data()
+    {
+        QTest::addColumn<QByteArray>("request");
+        QTest::addColumn<QByteArray>("answer"); // empty: the connection ends
+        const auto row = [](const char *name, const char *request, const char *answer) {
+            QTest::newRow(name) << QByteArray::fromHex(request) << QByteArray::fromHex(answer);
+        };
+        row("unknown function", "000200000002 0111", "000200000003 019101");
+        row("too short for a read", "000200000004 01030005", "000200000003 018303");
+        row("fewer values than announced", "00020000000a 01100005000204001200",
+            "000200000003 019003");
+        row("more values than announced", "00020000000a 01100005000102001200",
+            "000200000003 019003");
+        row("length without a function", "000200000001 01", "");
+        row("length beyond any frame", "0002000000ff 01", "");
+        row("another protocol", "000200010006 010300050001", "");
+    }
+
+    void oddRequestsOnTcp()
+    {
+        QFETCH(QByteArray, request);
+        QFETCH(QByteArray, answer);
+        UpsSimProcess simulator;
+        QVERIFY2(simulator.start(), qPrintable(simulator.message()));
+        Peer peer(simulator);
+        QTRY_VERIFY(peer.isConnected());
+        peer.send(request + tcpRead);
+        QTRY_COMPARE(peer.received(), answer.isEmpty() ? answer : answer + tcpAnswer);
+        QTRY_COMPARE(peer.isGone(), answer.isEmpty());
+    }
+
+    void slowPeerHoldsNobodyUp_data()
+    {
+        const Columns<bool> row("tcp");
+        row("another peer", true);
+        row("the pseudo-terminal", false);
+    }
+
+    // One peer sends a long request byte by byte, and in the end gets its answer.
+    void slowPeerHoldsNobodyUp()
+    {
+        QFETCH(bool, tcp);
+        UpsSimProcess simulator;
+        QVERIFY2(simulator.start(), qPrintable(simulator.message()));
+        Peer slow(simulator);
+        QByteArray rest = QByteArray::fromHex("00010000002f0110000500142800120002")
+            + QByteArray(19 * 2, '\0'); // writes 20 settings, some of them not allowed
+        rest.truncate(6 + 0x2f);
+        QTimer drip;
+        connect(&drip, &QTimer::timeout, this, [&] {
+            slow.send(rest.left(1));
+            rest.remove(0, 1);
+            if (rest.isEmpty())
+                drip.stop();
+        });
+        drip.start(40);
+        QTRY_VERIFY(rest.size() < 45); // it has begun
+
+        Peer other(simulator, tcp);
+        Stopwatch clock;
+        other.send(tcp ? tcpRead : rtuRead);
+        QTRY_COMPARE(other.received(), tcp ? tcpAnswer : rtuAnswer);
+        QVERIFY(clock.elapsed() < 1000);
+        QVERIFY(!rest.isEmpty());
+        QTRY_COMPARE(slow.received(), QByteArray::fromHex("000100000003019003"));
+    }
+
+    // Whoever asks keeps its place; the one that was silent longest makes room.
+    void idlePeersMakeRoom()
+    {
+        UpsSimProcess simulator;
+        QVERIFY2(simulator.start(), qPrintable(simulator.message()));
+        std::vector<std::unique_ptr<Peer>> idle;
+        Peer busy(simulator);
+        for (int i = 0; i < 15; ++i) {
+            idle.push_back(std::make_unique<Peer>(simulator));
+            QTRY_VERIFY(idle.back()->isConnected());
+        }
+        busy.send(tcpRead);
+        QTRY_COMPARE(busy.received(), tcpAnswer);
+        Peer late(simulator);
+        late.send(tcpRead);
+        QTRY_COMPARE(late.received(), tcpAnswer);
+        QTRY_VERIFY(idle.front()->isGone());
+        busy.send(tcpRead);
+        QTRY_COMPARE(busy.received(), tcpAnswer + tcpAnswer);
+    }
+
+    // A line that is too long must not run in part, nor be the last one that is read.
+    void longLinesAreRefusedWhole()
+    {
+        UpsSimProcess simulator;
+        QVERIFY2(simulator.start(), qPrintable(simulator.message()));
+        QVERIFY(!simulator.perform(QByteArray(4096, ' ') + "mains off"));
+        QCOMPARE(simulator.message(), QStringLiteral("error line of more than 4096 bytes"));
+        QVERIFY(simulator.perform(QByteArray(4095 - 8, ' ') + "mains on"));
     }
 };
 
-QTEST_APPLESS_MAIN(tst_UpsSim)
+QTEST_GUILESS_MAIN(tst_UpsSim)
 #include "tst_upssim.moc"

@@ -49,19 +49,6 @@ private slots:
         QCOMPARE(m_posted->at(0).at(1).value<Event>(), expected);
     }
 
-    // Bound by name; what they do is the walk's to see.
-    void buttonsAreFoundByName()
-    {
-        QStringList names;
-        for (const QPushButton *button : child<QTabWidget>()->findChildren<QPushButton *>())
-            names.append(button->objectName());
-        names.sort();
-        QCOMPARE(names.join(' '),
-                 QString("battery_maintenance battery_test buzzer_off buzzer_on cancel_test "
-                         "clear_fault clear_history_log download_history_log off_turn_bypass "
-                         "power_off power_on turn_bypass turn_inverter ups_upgrade"));
-    }
-
     void viewDeletedBehindTheBox()
     {
         const ModalAnswer answer([this](QDialog &box) {

@@ -3,7 +3,6 @@
 #include "answers/statuslines.h"
 #include "dialogs/dialog.h"
 #include "farend.h"
-#include "guardedtest.h"
 #include "modalanswer.h"
 #include "pages/settingstable.h"
 #include "settingrows.h"
@@ -32,7 +31,7 @@ int bound(const FarRegister &far, bool highest, bool lithium)
 
 } // namespace
 
-class tst_WalkControl : public GuardedTest
+class tst_WalkControl : public WalkTest
 {
     Q_OBJECT
 
@@ -60,16 +59,8 @@ class tst_WalkControl : public GuardedTest
 private slots:
     void init()
     {
-        GuardedTest::init();
-        m_walk = std::make_unique<UpsWalk>();
-        QVERIFY2(m_walk->start(), qPrintable(m_walk->ups().message()));
+        WalkTest::init();
         m_walk->view().findChild<QTabWidget *>()->setCurrentIndex(tavoView::ControlTab);
-    }
-
-    void cleanup()
-    {
-        m_walk.reset();
-        GuardedTest::cleanup();
     }
 
     void buttons_data()
@@ -338,7 +329,6 @@ private:
 
     QSet<QString> m_pressed;
     const QMap<int, FarRegister> m_settings = farSettings();
-    std::unique_ptr<UpsWalk> m_walk;
 };
 
 QTEST_MAIN(tst_WalkControl)

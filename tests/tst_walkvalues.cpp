@@ -2,7 +2,6 @@
 
 #include "diagram/energystate.h"
 #include "farend.h"
-#include "guardedtest.h"
 #include "tavoview.h"
 #include "upswalk.h"
 
@@ -24,24 +23,11 @@ struct Seen
 
 } // namespace
 
-class tst_WalkValues : public GuardedTest
+class tst_WalkValues : public WalkTest
 {
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        GuardedTest::init();
-        m_walk = std::make_unique<UpsWalk>();
-        QVERIFY2(m_walk->start(), qPrintable(m_walk->ups().message()));
-    }
-
-    void cleanup()
-    {
-        m_walk.reset();
-        GuardedTest::cleanup();
-    }
-
     // Each register has a value of its own: one that is read from its neighbour shows.
     void measurements()
     {
@@ -267,7 +253,6 @@ private:
     }
 
     int m_sign = 1; // of the signed values
-    std::unique_ptr<UpsWalk> m_walk;
     const QMap<int, FarRegister> m_registers = farMeasurements();
 };
 

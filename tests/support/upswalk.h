@@ -2,6 +2,7 @@
 
 #include "collectview.h"
 #include "datareport.h"
+#include "guardedtest.h"
 #include "tavoclient.h"
 #include "upssimprocess.h"
 
@@ -53,4 +54,27 @@ private:
     QVector<Post> m_posts;
     DataReport m_report;
     QByteArray m_lastWrite = "0";
+};
+
+/** Base of the walks: each test has a UPS of its own. */
+class WalkTest : public GuardedTest
+{
+    Q_OBJECT
+
+protected slots:
+    void init()
+    {
+        GuardedTest::init();
+        m_walk = std::make_unique<UpsWalk>();
+        QVERIFY2(m_walk->start(), qPrintable(m_walk->ups().message()));
+    }
+
+    void cleanup()
+    {
+        m_walk.reset();
+        GuardedTest::cleanup();
+    }
+
+protected:
+    std::unique_ptr<UpsWalk> m_walk;
 };

@@ -6,6 +6,7 @@
 #include "hostwindow.h"
 #include "modalanswer.h"
 #include "pluginfile.h"
+#include "rundirectory.h"
 
 #include <QComboBox>
 #include <QMessageBox>
@@ -23,7 +24,6 @@ protected slots:
         const LoadedPlugin plugin = loadPlugin(qEnvironmentVariable("PLUGIN"));
         QVERIFY2(plugin.factory, qPrintable(plugin.error));
         m_factory = plugin.factory;
-        HostGui::setLooks();
     }
 
     void init()
@@ -106,3 +106,19 @@ protected:
     std::unique_ptr<HostWindow> m_window;
     std::unique_ptr<ModalAnswer> m_answer;
 };
+
+/** Runs a test in a directory of its own, as the configuration files lie beside the executable. */
+template <class Test> int runApart(int argc, char **argv)
+{
+    if (!RunDirectory::isActive())
+        qFatal("%s", qPrintable(RunDirectory::enter(argv, {}).error));
+    int code = 0;
+    {
+        QApplication application(argc, argv);
+        HostGui::setLooks();
+        Test test;
+        code = QTest::qExec(&test, argc, argv);
+    }
+    RunDirectory::remove();
+    return code;
+}
