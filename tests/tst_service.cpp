@@ -196,6 +196,15 @@ private slots:
         QCOMPARE(service.exitCode(), 5);
     }
 
+    void managerThatCannotBeTold()
+    {
+        for (const QByteArray &socket : { QByteArray(200, 'x'), QByteArray("/nowhere") }) {
+            qputenv("NOTIFY_SOCKET", socket);
+            ExampleProgram service(words("-exec"));
+            QVERIFY(service.prints("cannot be told READY=1"));
+        }
+    }
+
     void journalPriority()
     {
         constexpr char script[] =

@@ -26,7 +26,7 @@ EntryRemark remarkOn(const ParameterInformation &setting, const QString &typed)
     const bool isOutside = setting.hasRange() && (rounded < setting.min || rounded > setting.max);
     if (isOutside || !isSendable(raw))
         return { Tone::Alarm, QCoreApplication::translate("EntryRemark", "Out of range") };
-    if (nearlyEqual(raw, float(rounded)) || raw == 0.0f)
+    if (nearlyEqual(raw, float(rounded)))
         return {};
     const QString sent =
         displayText(setting, { { setting.dataId, float(rounded) * setting.scale } });
