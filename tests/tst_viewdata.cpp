@@ -65,6 +65,10 @@ private slots:
         static constexpr CommandRow twice[] = { { 1, CommandForm::Empty, 0, "", {} },
                                                 { 1, CommandForm::Coded, 7, "", {} } };
         static constexpr HistoryTextRow negative[] = { { -1, "x" } };
+        static constexpr ParameterRow longNumber[] = {
+            { "", 1, IntegerValue, 1, "", 1, 0, 0, {} }
+        };
+        static constexpr ParameterRow scaled[] = { { "", 1, IntegerValue, 0, "", 1, 0, 0, {} } };
         static constexpr FlowRow tooFewFlows[] = { { { 1, 2 }, 0, {} } };
         const auto with = [](const auto &change) {
             Family family = deviceFamily();
@@ -77,6 +81,9 @@ private slots:
         QVERIFY(!with([](Family &f) { f.dataLogColumns = stateless; }));
         QVERIFY(!with([](Family &f) { f.commands = twice; }));
         QVERIFY(!with([](Family &f) { f.history.modes = negative; }));
+        QVERIFY(!with([](Family &f) { f.pages.adjustConfig = longNumber; }));
+        QVERIFY(!with([](Family &f) { f.pages.input = scaled; }));
+        QVERIFY(with([](Family &f) { f.pages.adjustConfig = scaled; }));
         QVERIFY(!with([](Family &f) { f.diagram.flows = tooFewFlows; }));
         QVERIFY(!with([](Family &f) { f.diagram.panels = {}; }));
     }

@@ -14,7 +14,7 @@ namespace kx300 {
 // clang-format off
 constexpr ParameterRow deviceRows[] = {
     { QT_TRANSLATE_NOOP("tavo_6_20k_View", "Running time:"),          Id::RunningTime,         IntegerValue,  0, QT_TRANSLATE_NOOP("tavo_6_20k_View", "Day"), 0, 0, 0, {}          },
-    { QT_TRANSLATE_NOOP("tavo_6_20k_View", "Working mode:"),          Id::WorkingMode,         OptionValue,   0, "",                                          1, 0, 0, workingMode },
+    { QT_TRANSLATE_NOOP("tavo_6_20k_View", "Working mode:"),          Id::WorkingMode,         OptionValue,   0, "",                                          0, 0, 0, workingMode },
     { QT_TRANSLATE_NOOP("tavo_6_20k_View", "Modbus decode version:"), Id::ModbusDecodeVersion, IntegerValue,  0, "",                                          0, 0, 0, {}          },
     { QT_TRANSLATE_NOOP("tavo_6_20k_View", "Device Identifier:"),     Id::DeviceIdentifier,    IntegerValue,  0, "",                                          0, 0, 0, {}          },
     { QT_TRANSLATE_NOOP("tavo_6_20k_View", "Device name:"),           Id::NameText,            TextValue,    16, "",                                          0, 0, 0, {}          },

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "family.h"
+#include "parameterchecks.h"
 
 #include <string_view>
 
@@ -18,13 +18,15 @@ constexpr bool isWithinOrNone(int index, int count)
     return index == -1 || isWithin(index, count);
 }
 
-/** Columns name titles that there are, and states have a text for what has none of its own. */
+/** Columns name titles that there are, states have a text for what has none of its own, and nothing
+ *  else has phases than what is written with them. */
 constexpr bool isDataLogSound(const Family &family)
 {
     for (const DataLogColumn &column : family.dataLogColumns) {
         const bool isState = column.form == LogForm::State || column.form == LogForm::CutState;
         if (!isWithin(column.title, family.dataLogTitles.size())
-            || (isState && column.states.isEmpty()))
+            || (isState && column.states.isEmpty())
+            || (column.phaseId != 0 && column.form != LogForm::Phases))
             return false;
     }
     return true;
@@ -116,7 +118,8 @@ constexpr bool isSound(const Family &family)
     return isDataLogSound(family) && areFlagsSound(family) && areCommandsSound(family)
         && areCodesSound(family.history.statuses) && areCodesSound(family.history.modes)
         && areCodesSound(family.history.contents) && isDiagramSound(family.diagram)
-        && areTrendsSound(family.trends);
+        && areTrendsSound(family.trends) && arePagesSound(family.pages)
+        && areLinesSound(family.diagram.lines) && areDriverCodesSound(family.commands);
 }
 
 } // namespace FamilyChecks
