@@ -4,6 +4,7 @@
 #include "serial/portlock.h"
 #include "silentpeer.h"
 
+#include <QAbstractEventDispatcher>
 #include <QTcpServer>
 #include <QTcpSocket>
 
@@ -93,6 +94,11 @@ private slots:
         client.setPort("/dev/nothing", {});
         for (int start = 0; start < 2; ++start) {
             QTRY_VERIFY(client.eventDispatcher());
+            std::atomic<int> awoken { 0 };
+            std::atomic<int> blocked { 0 };
+            const auto *dispatcher = client.eventDispatcher();
+            connect(dispatcher, &QAbstractEventDispatcher::awake, [&] { ++awoken; });
+            connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, [&] { ++blocked; });
             client.start();
             QObject inside;
             inside.moveToThread(&client);
@@ -101,17 +107,7 @@ private slots:
             QByteArray got;
             std::atomic<int> ticks { 0 };
             const auto work = [&] {
-                QTimer timer;
-                connect(&timer, &QTimer::timeout, &timer, [&] { ++ticks; });
-                timer.start(5);
-                QTcpSocket socket;
-                connect(&socket, &QTcpSocket::connected, &socket, [&] { socket.write("ping"); });
-                socket.connectToHost(QHostAddress::LocalHost, server.serverPort());
-                QEventLoop loop;
-                connect(&socket, &QTcpSocket::disconnected, &loop, &QEventLoop::quit);
-                loop.exec();
-                got = socket.readAll();
-                timer.stop();
+                got = talk(server.serverPort(), ticks);
                 QTimer::singleShot(20, &inside, [&] {
                     inside.moveToThread(thread());
                     QThread::currentThread()->quit();
@@ -125,6 +121,7 @@ private slots:
             peer->disconnectFromHost();
             QTRY_VERIFY(client.isFinished());
             QCOMPARE(got, QByteArray("pong"));
+            QVERIFY(blocked > 0 && awoken >= 2 * blocked); // each turn, and after each wait
         }
     }
 
@@ -275,6 +272,21 @@ private slots:
     }
 
 private:
+    // With timers beside it. @return what the peer says to a "ping"
+    static QByteArray talk(quint16 port, std::atomic<int> &ticks)
+    {
+        QTimer timer;
+        connect(&timer, &QTimer::timeout, &timer, [&] { ++ticks; });
+        timer.start(5);
+        QTcpSocket socket;
+        connect(&socket, &QTcpSocket::connected, &socket, [&] { socket.write("ping"); });
+        socket.connectToHost(QHostAddress::LocalHost, port);
+        QEventLoop loop;
+        connect(&socket, &QTcpSocket::disconnected, &loop, &QEventLoop::quit);
+        loop.exec();
+        return socket.readAll();
+    }
+
     static bool readFrom(PortDescriptor &port)
     {
         char reply[1000];
