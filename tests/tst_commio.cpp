@@ -28,42 +28,41 @@ class tst_CommIo : public GuardedTest
     Q_OBJECT
 
 private slots:
+    void tcpReplies_data()
+    {
+        // frame: without CRC, none when the read fails; waits: ms
+        const Columns<QByteArray, QByteArray, int> row("reply", "frame", "waits");
+        const auto hex = [](const char *bytes) { return QByteArray::fromHex(bytes); };
+        row("registers", hex("000100000007010304000a0014"), hex("010304000a0014"), 0);
+        row("silence", {}, {}, 1000);
+        row("a fragment", "1", {}, 100);
+        row("half of it", hex("0001000000070103"), "\1\3", 100);
+        row("no registers", hex("000000000003010300"), hex("010300"), 0);
+        row("a mere header", hex("000100000000"), {}, 0);
+        row("a unit alone", QByteArray(7, 'u'), "u", 0);
+        row("the longest", QByteArray(1000, 'x'), QByteArray(994, 'x'), 0);
+        row("more than that", QByteArray(1020, 'y'), QByteArray(994, 'y'), 0);
+    }
+
     void tcpReplies()
     {
-        const struct
-        {
-            QByteArray reply;
-            QByteArray frame; // without CRC; none when the read fails
-            int waits = 0;    // ms
-        } rows[] = {
-            { QByteArray::fromHex("000100000007010304000a0014"),
-              QByteArray::fromHex("010304000a0014") },
-            { {}, {}, 1000 }, // silence
-            { "1", {}, 100 }, // a fragment
-            { QByteArray::fromHex("0001000000070103"), "\1\3", 100 },
-            { QByteArray::fromHex("000000000003010300"), QByteArray::fromHex("010300") },
-            { QByteArray::fromHex("000100000000"), {} },     // a mere header
-            { QByteArray(7, 'u'), "u" },                     // a unit alone
-            { QByteArray(1000, 'x'), QByteArray(994, 'x') }, // the longest
-            { QByteArray(1020, 'y'), QByteArray(994, 'y') }, // more than that
-        };
-        for (const auto &row : rows) {
-            Connection connection;
-            QVERIFY(connection.ok);
-            connection.near.setReadBufferSize(1024);
-            connection.far->write(row.reply);
-            connection.far->flush();
-            QByteArray out(1100, 'z');
-            Stopwatch clock;
-            const int length = TcpCommRead(&connection.handle, out.data(), 0);
-            const qint64 took = clock.elapsed();
-            QVERIFY2(took >= row.waits - 10 && took < row.waits + 90,
-                     qPrintable(QString::number(took)));
-            QCOMPARE(length, row.frame.isEmpty() ? -5 : row.frame.size() + 2);
-            QVERIFY(out.startsWith(row.frame));
-            QVERIFY(out.endsWith(QByteArray(out.size() - qMax(0, length), 'z')));
-            QCOMPARE(checkModbufCRC(bytesOf(out.data()), length), length >= 4 ? 0 : -1);
-        }
+        QFETCH(QByteArray, reply);
+        QFETCH(QByteArray, frame);
+        QFETCH(int, waits);
+        Connection connection;
+        QVERIFY(connection.ok);
+        connection.near.setReadBufferSize(1024);
+        connection.far->write(reply);
+        connection.far->flush();
+        QByteArray out(1100, 'z');
+        Stopwatch clock;
+        const int length = TcpCommRead(&connection.handle, out.data(), 0);
+        const qint64 took = clock.elapsed();
+        QVERIFY2(took >= waits - 10 && took < waits + 90, qPrintable(QString::number(took)));
+        QCOMPARE(length, frame.isEmpty() ? -5 : frame.size() + 2);
+        QVERIFY(out.startsWith(frame));
+        QVERIFY(out.endsWith(QByteArray(out.size() - qMax(0, length), 'z')));
+        QCOMPARE(checkModbufCRC(bytesOf(out.data()), length), length >= 4 ? 0 : -1);
     }
 
     void tcpReplyInPieces()
@@ -144,32 +143,28 @@ private slots:
         QCOMPARE(connection.near.state(), QAbstractSocket::UnconnectedState);
     }
 
+    void tcpRequests_data()
+    {
+        const Columns<QByteArray, QByteArray> row("frame", "sent");
+        const auto hex = [](const char *bytes) { return QByteArray::fromHex(bytes); };
+        row("a read", hex("01030000000ac5cd"), hex("00000000000601030000000a"));
+        row("a CRC alone", "fr", QByteArray(6, '\0'));
+        row("less than a CRC", "f", hex("0000000000ff"));
+        row("the longest", QByteArray(996, 'l'), hex("0000000000e2") + QByteArray(994, 'l'));
+    }
+
     void tcpRequests()
     {
-        const struct
-        {
-            QByteArray frame;
-            int length;
-            QByteArray sent;
-        } rows[] = {
-            { QByteArray::fromHex("01030000000ac5cd"), 8,
-              QByteArray::fromHex("00000000000601030000000a") },
-            { "fr", 2, QByteArray(6, '\0') },
-            { "f", 1, QByteArray::fromHex("0000000000ff") },
-            { QByteArray(996, 'l'), 996,
-              QByteArray::fromHex("0000000000e2") + QByteArray(994, 'l') },
-        };
-        for (const auto &row : rows) {
-            Connection connection;
-            QVERIFY(connection.ok);
-            QByteArray frame = row.frame;
-            QCOMPARE(TcpCommWrite(&connection.handle, frame.data(), row.length), row.length);
-            // Without an event loop in between: it has really left.
-            QByteArray arrived;
-            while (arrived.size() < row.sent.size() && connection.far->waitForReadyRead(2000))
-                arrived += connection.far->readAll();
-            QCOMPARE(arrived, row.sent);
-        }
+        QFETCH(QByteArray, frame);
+        QFETCH(QByteArray, sent);
+        Connection connection;
+        QVERIFY(connection.ok);
+        QCOMPARE(TcpCommWrite(&connection.handle, frame.data(), frame.size()), frame.size());
+        // Without an event loop in between: it has really left.
+        QByteArray arrived;
+        while (arrived.size() < sent.size() && connection.far->waitForReadyRead(2000))
+            arrived += connection.far->readAll();
+        QCOMPARE(arrived, sent);
     }
 
     void refusals()

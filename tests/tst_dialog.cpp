@@ -187,30 +187,27 @@ private slots:
         QCOMPARE(m_posted->size(), 0);
     }
 
+    void boxAnswers_data()
+    {
+        const Columns<bool, int, int> row("isQuestion", "key", "result");
+        row("a stray Enter confirms nothing", true, Qt::Key_Return, 0);
+        row("nor does Escape", true, Qt::Key_Escape, 0);
+        row("a notice is read", false, Qt::Key_Return, 1);
+    }
+
     void boxAnswers()
     {
-        const struct
-        {
-            int kind;
-            Qt::Key key;
-            int result;
-        } rows[] = {
-            { MsgBox::Question, Qt::Key_Return, 0 }, // a stray Enter confirms nothing
-            { MsgBox::Question, Qt::Key_Escape, 0 },
-            { MsgBox::Notice, Qt::Key_Return, 1 },
-        };
-        for (const auto &row : rows) {
-            const bool isQuestion = row.kind == MsgBox::Question;
-            MsgBox box(row.kind, QString(999, '/'));
-            QVERIFY(box.sizeHint().width() < 700); // wrapped
-            const ModalAnswer answer([&](QDialog &shown) {
-                QCOMPARE(button(shown, "btnWhite")->isVisible(), isQuestion);
-                QCOMPARE(shown.focusWidget(), button(shown, isQuestion ? "btnWhite" : "btnBlue"));
-                QTest::keyClick(shown.focusWidget(), row.key);
-            });
-            QCOMPARE(box.exec(), row.result);
-            QVERIFY(answer.hasAnswered());
-        }
+        QFETCH(bool, isQuestion);
+        QFETCH(int, key);
+        MsgBox box(isQuestion ? MsgBox::Question : MsgBox::Notice, QString(999, '/'));
+        QVERIFY(box.sizeHint().width() < 700); // wrapped
+        const ModalAnswer answer([&](QDialog &shown) {
+            QCOMPARE(button(shown, "btnWhite")->isVisible(), isQuestion);
+            QCOMPARE(shown.focusWidget(), button(shown, isQuestion ? "btnWhite" : "btnBlue"));
+            QTest::keyClick(shown.focusWidget(), Qt::Key(key));
+        });
+        QTEST(box.exec(), "result");
+        QVERIFY(answer.hasAnswered());
     }
 
 private:

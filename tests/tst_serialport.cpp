@@ -110,7 +110,9 @@ private slots:
                                 19200, 38400, 57600, 115200 }) {
             const PtyPair line;
             SerialPort port;
-            QVERIFY(port.CommOpen(line.name(), QStringLiteral("%1,n,8,1").arg(rate), 100));
+            const QString settings = QStringLiteral("%1,n,8,1").arg(rate);
+            QVERIFY(port.CommOpen(line.name(), settings, 100));
+            QCOMPARE(remarkOnSettings(settings), QString());
             QProcess stty;
             stty.start("stty", { "-F", line.name(), "speed" });
             QVERIFY(stty.waitForFinished());
@@ -121,26 +123,26 @@ private slots:
         QCOMPARE(s_UnixBaudList[22].rate, 0); // where a search for a rate ends
     }
 
+    void refusedSettings_data()
+    {
+        const Columns<QString, QString> row("text", "message");
+        row("parity", "9600,x,8,1", "parity error! \"x\"");
+        row("data bits", "9600,n,9,1", "dataBits error! \"9\"");
+        row("stop bits", "9600,n,8,3", "stopBits error! \"3\"");
+        row("cut short", "9600,n,8", "CommOpen    error settings 9600,n,8");
+        row("no settings", "\xc2\xb5", "CommOpen    error settings \xc2\xb5");
+        row("number of no rate", "99#3#0#0", "CommOpen    error settings 99#3#0#0");
+        row("nothing", "", "CommOpen    serial settings is null");
+    }
+
     void refusedSettings()
     {
-        const struct
-        {
-            const char *text;
-            const char *message;
-        } rows[] = { { "9600,x,8,1", "parity error! \"x\"" },
-                     { "9600,n,9,1", "dataBits error! \"9\"" },
-                     { "9600,n,8,3", "stopBits error! \"3\"" },
-                     { "9600,n,8", "CommOpen    error settings 9600,n,8" },
-                     { "\xc2\xb5", "CommOpen    error settings \xc2\xb5" },
-                     { "99#3#0#0", "CommOpen    error settings 99#3#0#0" },
-                     { "", "CommOpen    serial settings is null" } };
-        PtyPair line;
-        for (const auto &row : rows) {
-            SerialPort port;
-            QVERIFY(!port.CommOpen(line.name(), QString::fromUtf8(row.text), 700));
-            QVERIFY(!port.isOpen());
-            QCOMPARE(m_guard->messages().constLast().trimmed(), QString::fromUtf8(row.message));
-        }
+        QFETCH(QString, text);
+        QFETCH(QString, message);
+        const PtyPair line;
+        SerialPort port;
+        QVERIFY(!port.CommOpen(line.name(), text, 700) && !port.isOpen());
+        QCOMPARE(m_guard->messages().constLast().trimmed(), message);
     }
 
     void unLockOfAFreePortLocksIt()

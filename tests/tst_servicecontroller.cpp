@@ -67,29 +67,33 @@ private slots:
         QTRY_COMPARE(finished.size(), 1);
     }
 
+    void managers_data()
+    {
+        const Columns<int, QString> row("error", "text");
+        row("EarlyRemoval", int(ServiceError::None), "");
+        row("OtherJobs", int(ServiceError::None), "");
+        row("Missing", int(ServiceError::UnitMissing), "not installed");
+        row("Masked", int(ServiceError::Failed), "blocked");
+        row("FailsToStart", int(ServiceError::Failed), "with an error");
+        row("ConditionUnmet", int(ServiceError::Failed), "condition");
+        row("CrashLoop", int(ServiceError::Failed), "ended");
+        row("Denied", int(ServiceError::NotAuthorised), "not allowed");
+        row("NeverDone", int(ServiceError::TimedOut), "in time");
+        row("NeverAnswers", int(ServiceError::TimedOut), "in time");
+    }
+
     void managers()
     {
-        const struct
-        {
-            const char *name;
-            ServiceError error;
-            const char *text;
-        } rows[] = { { "EarlyRemoval", ServiceError::None, "" },
-                     { "OtherJobs", ServiceError::None, "" },
-                     { "Missing", ServiceError::UnitMissing, "not installed" },
-                     { "Masked", ServiceError::Failed, "blocked" },
-                     { "FailsToStart", ServiceError::Failed, "with an error" },
-                     { "ConditionUnmet", ServiceError::Failed, "condition" },
-                     { "CrashLoop", ServiceError::Failed, "ended" },
-                     { "Denied", ServiceError::NotAuthorised, "not allowed" },
-                     { "NeverDone", ServiceError::TimedOut, "in time" },
-                     { "NeverAnswers", ServiceError::TimedOut, "in time" } };
-        for (const auto &row : rows) {
-            const ServiceResult result = startResult(row.name);
-            QVERIFY2(result.error == row.error, qPrintable(result.text));
-            QVERIFY2(result.text.contains(row.text), qPrintable(result.text));
-            QCOMPARE(result.text.isEmpty(), row.error == ServiceError::None);
-        }
+        QFETCH(int, error);
+        QFETCH(QString, text);
+        const ServiceResult result = startResult(QTest::currentDataTag());
+        QCOMPARE(int(result.error), error);
+        QVERIFY2(result.text.contains(text), qPrintable(result.text));
+        QCOMPARE(result.text.isEmpty(), text.isEmpty());
+    }
+
+    void askedForRights()
+    {
         QVERIFY(startResult("Denied", ServiceAuthorization::Interactive).ok());
     }
 

@@ -159,25 +159,27 @@ private slots:
         QVERIFY(!model.event(upsevent::TestSuccess));
     }
 
+    void badScripts_data()
+    {
+        const Columns<QString, QString> row("script", "reason");
+        row("no such action", "0 mains", "line 1: unknown action");
+        row("no number", "0 load", "line 1: expected \"load PERCENT\"");
+        row("not a number", "0 load 10\n1 load nan",
+            "line 2: \"nan\" is not a number from 0 to 200");
+        row("no such flag", "0 set flag 96 1", "from 0 to 95");
+        row("no time", "# a script\n\nmains off", "line 3: no time");
+        row("a time alone", "5", "line 1: unknown action");
+        row("back in time", "5 mains off\n4 mains on", "line 2");
+        row("no number for a time", "nan mains off", "line 1");
+        row("a program", "\x7f\x45LF\x01\x02\n\n", "line 1");
+    }
+
     void badScripts()
     {
-        const struct
-        {
-            const char *script;
-            const char *reason;
-        } rows[] = { { "0 mains", "line 1: unknown action" },
-                     { "0 load", "line 1: expected \"load PERCENT\"" },
-                     { "0 load 10\n1 load nan", "line 2: \"nan\" is not a number from 0 to 200" },
-                     { "0 set flag 96 1", "from 0 to 95" },
-                     { "# a script\n\nmains off", "line 3: no time" },
-                     { "5", "line 1: unknown action" },
-                     { "5 mains off\n4 mains on", "line 2" },
-                     { "nan mains off", "line 1" },
-                     { "\x7f\x45LF\x01\x02\n\n", "line 1" } };
-        for (const auto &row : rows) {
-            const QString error = parseScript(QString::fromLatin1(row.script)).error();
-            QVERIFY2(error.contains(QLatin1String(row.reason)), qPrintable(error));
-        }
+        QFETCH(QString, script);
+        QFETCH(QString, reason);
+        const QString error = parseScript(script).error();
+        QVERIFY2(error.contains(reason), qPrintable(error));
     }
 
     void requestsOnALine_data()
