@@ -19,12 +19,14 @@ tavo_add_fake_driver(complete LIBRARY libkx300_g4_6-20k)
 tavo_add_fake_driver(noquery LIBRARY libkx300_g4_6-20k DEFINITIONS WITHOUT_QUERY)
 tavo_add_fake_driver(nocontrol LIBRARY libkx300_g4_6-20k DEFINITIONS WITHOUT_CONTROL)
 
+tavo_add_fake_driver(throwing LIBRARY libkx300_g4_6-20k DEFINITIONS THROWS_AT_START)
+
 # Gives a test the folder in which it finds the driver by its bare name.
 function(tavo_test_driver name folder)
   target_include_directories(tst_${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests/support/fakedriver)
   target_link_libraries(tst_${name} PRIVATE tavo_driverapi)
   set_target_properties(tst_${name} PROPERTIES BUILD_RPATH ${folder})
-  add_dependencies(tst_${name} fakedriver_complete fakedriver_noquery fakedriver_nocontrol)
+  add_dependencies(tst_${name} fakedriver_complete fakedriver_noquery fakedriver_nocontrol fakedriver_throwing)
 endfunction()
 
 foreach(name clientrules latestvalues)

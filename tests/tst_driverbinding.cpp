@@ -51,6 +51,16 @@ private slots:
             QCOMPARE(m_guard->unexpected(), QStringList());
         }
     }
+
+    void startThatThrows()
+    {
+        const int device = 0;
+        const PortDescriptor port { const_cast<int *>(&device), nullptr, nullptr };
+        DriverBinding driver(DRIVERS "/throwing/libkx300_g4_6-20k.so");
+        QVERIFY(!driver.load());
+        QVERIFY(m_guard->messages().contains("load lib fail"));
+        QCOMPARE(driver.query(port, 1, nullptr, nullptr), 0);
+    }
 };
 
 QTEST_GUILESS_MAIN(tst_DriverBinding)

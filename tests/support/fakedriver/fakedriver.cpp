@@ -1,6 +1,10 @@
 // A protocol driver without a protocol: it does what the test says.
 #include "fakedriver.h"
 
+#ifdef THROWS_AT_START
+static const int started = []() -> int { throw 1; }();
+#endif
+
 #define EXPORTED extern "C" __attribute__((visibility("default")))
 
 FakeDriver *fakeDriver()
