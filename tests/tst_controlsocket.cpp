@@ -44,14 +44,14 @@ private slots:
     void patience()
     {
         std::unique_ptr<QLocalSocket> leaving;
-        ControlServer server(
+        auto server = std::make_unique<ControlServer>(
             [&leaving](const ControlRequest &) {
                 leaving.reset();
                 QTest::qWait(200); // longer than the peer's time; a peer that left is deleted here
                 return ControlReply { true, {} };
             },
             std::chrono::milliseconds(100));
-        QCOMPARE(server.listen(path("s")), ControlServer::Outcome::Listening);
+        QCOMPARE(server->listen(path("s")), ControlServer::Outcome::Listening);
         const auto peerThatSays = [this](const char *line) {
             auto peer = std::make_unique<QLocalSocket>();
             peer->connectToServer(path("s"));
@@ -66,6 +66,8 @@ private slots:
         const auto silent = peerThatSays("");
         QTRY_COMPARE(silent->state(), QLocalSocket::UnconnectedState);
         QCOMPARE(patient->state(), QLocalSocket::ConnectedState);
+        server.reset();
+        QTRY_COMPARE(patient->bytesAvailable(), 6); // the end that it waits for
     }
 
     void slowPeers()

@@ -41,7 +41,6 @@ ControlPage::ControlPage(Rows<CommandRow> commands, QWidget *settings, QObject *
         "ControlPage", "Double-click a row to change it; or Up, Down and Enter on the tabs"));
     grid->addWidget(m_hint, row, 2, 1, -1, Qt::AlignRight | Qt::AlignBottom);
     showInScrollArea(*this, contents);
-    contents->installEventFilter(this);
 }
 
 void ControlPage::setAccess(const QString &lost, bool mayControl)
