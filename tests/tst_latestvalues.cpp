@@ -15,13 +15,12 @@ private slots:
     // information.
     void agreesWithPlainMaps_data()
     {
-        QTest::addColumn<int>("identifiers");
-        QTest::addColumn<int>("kept");
-        QTest::newRow("few, none kept") << 5 << 0;
-        QTest::newRow("few, the last kept") << 5 << 1;
-        QTest::newRow("many, none kept") << 400 << 0;
-        QTest::newRow("many, the last kept") << 400 << 1;
-        QTest::newRow("many, three kept") << 400 << 3;
+        const Columns<int, int> row("identifiers", "kept");
+        row("few, none kept", 5, 0);
+        row("few, the last kept", 5, 1);
+        row("many, none kept", 400, 0);
+        row("many, the last kept", 400, 1);
+        row("many, three kept", 400, 3);
     }
 
     void agreesWithPlainMaps()
