@@ -6,6 +6,7 @@
 
 #include <QComboBox>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QStackedWidget>
 
@@ -208,6 +209,27 @@ private slots:
         });
         QTEST(box.exec(), "result");
         QVERIFY(answer.hasAnswered());
+    }
+
+    // Nobody else moves a box without a frame.
+    void boxIsDragged()
+    {
+        MsgBox box(MsgBox::Notice, "Startup?");
+        box.show();
+        const QPoint before = box.pos();
+        const auto moveTo = [&box](const QPoint &place) {
+            QMouseEvent event(QEvent::MouseMove, place, box.mapToGlobal(place), Qt::NoButton,
+                              Qt::LeftButton, {});
+            QApplication::sendEvent(&box, &event);
+        };
+        moveTo({ 9, 9 }); // before any press
+        QCOMPARE(box.pos(), before);
+        QTest::mousePress(&box, Qt::LeftButton, {}, { 5, 5 });
+        moveTo({ 15, 8 });
+        QCOMPARE(box.pos(), before + QPoint(10, 3));
+        QTest::mouseRelease(&box, Qt::LeftButton, {}, { 5, 5 });
+        moveTo({ 9, 9 });
+        QCOMPARE(box.pos(), before + QPoint(10, 3));
     }
 
 private:
