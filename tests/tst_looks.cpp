@@ -2,8 +2,10 @@
 // looks that is meant is taken over with the target update-looks.
 
 #include "clientnews.h"
+#include "diagram/energyline.h"
 #include "dialogs/dialog.h"
 #include "dialogs/msgbox.h"
+#include "trends/trendpanel.h"
 #include "viewtest.h"
 
 #include <QCryptographicHash>
@@ -157,6 +159,25 @@ private slots:
                 look(tabs()->tabText(tab), *m_view);
             }
         }
+    }
+
+    // Where the keys are: on a block, and in the trends.
+    void focus()
+    {
+        for (const float load : { 40.0f, 60.0f }) {
+            m_view->flushData({ { 4176, load }, { 4241, 4.0f } });
+            now.tv_sec += 10;
+        }
+        m_view->resize(1900, 1000);
+        m_view->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_view.get()));
+        auto *diagram = child<Energyline>();
+        diagram->findChild<QAbstractButton *>()->setFocus(Qt::TabFocusReason);
+        look("block", *diagram);
+        auto *trends = diagram->parentWidget()->findChild<TrendPanel *>();
+        trends->setFocus(Qt::TabFocusReason);
+        QTest::keyClick(trends, Qt::Key_Left);
+        look("step", *trends);
     }
 
     void tables()
