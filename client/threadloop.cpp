@@ -168,16 +168,17 @@ ThreadLoop::Clock::time_point ThreadLoop::nextDue() const
     return first;
 }
 
-// Those that are due now, each once.
+// Those that are due now, each once, in the order of their times.
 bool ThreadLoop::fireTimers()
 {
     const Clock::time_point now = Clock::now();
-    std::vector<int> due;
+    std::vector<std::pair<Clock::time_point, int>> due;
     for (const Timer &timer : m_timers) {
         if (!timer.isFiring && timer.due <= now)
-            due.push_back(timer.info.timerId);
+            due.emplace_back(timer.due, timer.info.timerId);
     }
-    for (const int id : due) {
+    std::sort(due.begin(), due.end());
+    for (const auto &[time, id] : due) {
         auto found = timer(id);
         if (found == m_timers.end()) // another one's slot has stopped it
             continue;

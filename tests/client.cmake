@@ -32,6 +32,7 @@ endfunction()
 foreach(name clientrules latestvalues)
   tavo_add_test(${name} LIBRARIES tavo_client tavo_view kx300_family)
 endforeach()
+tavo_add_test(threadloop LIBRARIES tavo_client tavo_view kx300_family LABELS threads)
 tavo_add_test(historyexport LIBRARIES tavo_client tavo_view kx300_family)
 
 set(drivers ${CMAKE_CURRENT_BINARY_DIR}/drivers)
