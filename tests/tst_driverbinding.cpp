@@ -54,6 +54,9 @@ private slots:
 
     void startThatThrows()
     {
+#ifdef __SANITIZE_ADDRESS__
+        QSKIP("Qt's QLibrary does not give back what it held when the start threw.");
+#endif
         const int device = 0;
         const PortDescriptor port { const_cast<int *>(&device), nullptr, nullptr };
         DriverBinding driver(DRIVERS "/throwing/libkx300_g4_6-20k.so");
