@@ -48,7 +48,7 @@ QStringList play(const Scenario &scenario, QAbstractEventDispatcher *dispatcher)
         &thread, &QThread::finished, &context,
         [&] {
             qDeleteAll(context.children());
-            context.moveToThread(qApp->thread());
+            context.moveToThread(QCoreApplication::instance()->thread());
         },
         Qt::DirectConnection);
     thread.start();
