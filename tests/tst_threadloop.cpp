@@ -3,6 +3,7 @@
 
 #include <QSocketNotifier>
 
+#include <atomic>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -37,6 +38,7 @@ using Scenario = std::function<void(Script &)>;
 QStringList play(const Scenario &scenario, QAbstractEventDispatcher *dispatcher)
 {
     Script script;
+    std::atomic<bool> hasEnded { false }; // the sanitizer does not see what Qt's wait() says
     QThread thread;
     if (dispatcher)
         thread.setEventDispatcher(dispatcher);
@@ -49,10 +51,11 @@ QStringList play(const Scenario &scenario, QAbstractEventDispatcher *dispatcher)
         [&] {
             qDeleteAll(context.children());
             context.moveToThread(QCoreApplication::instance()->thread());
+            hasEnded = true;
         },
         Qt::DirectConnection);
     thread.start();
-    if (!thread.wait(20000))
+    if (!thread.wait(20000) || !hasEnded)
         qFatal("the loop does not end");
     return script.seen;
 }
