@@ -9,6 +9,7 @@
 #include <QPainterPath>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -133,17 +134,16 @@ EnergyScene Energyline::scene() const
 
 void Energyline::flushData(QMap<int, QVariant> report)
 {
-    EnergyState state = energyState(m_family, report);
+    const EnergyState state = energyState(m_family, report);
     if (state == m_state)
         return;
-    std::swap(m_state, state);
-    if (m_state.flows != state.flows || !m_state.capacity != !state.capacity) {
+    const EnergyState before = std::exchange(m_state, state);
+    if (before.flows != state.flows || before.capacity.has_value() != state.capacity.has_value()) {
         rebuild();
         return;
     }
-    EnergyScene before = scene();
-    std::swap(m_scene, before);
-    const QRegion changed = changedArea(before, m_scene, rect());
+    const EnergyScene shown = std::exchange(m_scene, scene());
+    const QRegion changed = changedArea(shown, m_scene, rect());
     if (!m_still.isNull())
         drawStill(changed);
     update(changed);
